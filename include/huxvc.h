@@ -1,0 +1,148 @@
+/* huxvc: video-codec primitives with a flat C interface.
+ *
+ * Every export checks its arguments (null pointers first, then bit offsets, then
+ * sizes and steps, then parameter ranges), returns the first failing status
+ * without writing anything, and otherwise runs one bounded step on memory the
+ * caller owns. On 32-bit x86 every export removes its own arguments from the
+ * stack (HUX_STDCALL). No export needs an initialisation call or aligned data. */
+#ifndef HUXVC_H
+#define HUXVC_H
+
+#include <stdint.h>
+
+#include "huxcore.h"
+
+#ifndef HUX_API
+#  if defined(__GNUC__) || defined(__clang__)
+#    define HUX_API __attribute__((visibility("default")))
+#  else
+#    define HUX_API
+#  endif
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ------------------------------------------------------------------ statuses */
+
+/** Status of every export: 0 success, negative errors, positive warnings. */
+typedef int32_t HuxResult;
+
+enum {
+  huxWrnOddSize = 35,           /* odd picture width or height; the even part was processed */
+  huxWrnNoNeighbour = 11,       /* a 4x4 intra mode used 128 for an absent neighbour sample */
+  huxWrnNoOperation = 1,        /* a mode outside its set on a path that does nothing */
+  huxOk = 0,                    /* success */
+  huxErrNotSupported = -2,      /* the operation is not provided for these arguments */
+  huxErrBadArg = -5,            /* an argument outside its set */
+  huxErrSize = -6,              /* a size, count or region that is not positive or does not fit */
+  huxErrNullPtr = -8,           /* a required pointer is null */
+  huxErrMemAlloc = -9,          /* the core library's allocator failed */
+  huxErrDivByZero = -10,        /* a divisor argument is zero */
+  huxErrOutOfRange = -11,       /* a value outside its legal range */
+  huxErrLevelRange = -13,       /* a forward-quantised level exceeds 2063 */
+  huxErrStep = -14,             /* a row step smaller than the block width in bytes */
+  huxErrContextMismatch = -17,  /* a state block's tag word is not the expected one */
+  huxErrModeSelector = -22,     /* a mode selector outside {1, 2} */
+  huxErrScaleFactor = -23,      /* a down-scaling factor other than 2, 4 or 8 */
+  huxErrVLCCode = -74,          /* the stream holds a code word the table marks as invalid */
+  huxErrNoNeighbour = -117,     /* an intra mode needs a neighbour marked absent */
+  huxErrCoeffStream = -191,     /* an invalid coefficient stream */
+  huxErrQuantParam = -192,      /* a quantisation parameter outside 1 to 31 */
+  huxErrBitOffset = -193        /* a byte-form bit offset outside 0 to 7 */
+};
+
+/* --------------------------------------------------------------------- types */
+
+/** A width and a height, passed by value (two argument words, width first). */
+typedef struct {
+  int32_t width;
+  int32_t height;
+} HuxSize;
+
+/** The library's constant version record. */
+typedef struct {
+  int32_t major;
+  int32_t minor;
+  int32_t majorBuild;
+  int32_t build;
+  char targetCpu[4];     /* processor variant code */
+  const char* Name;      /* library file name */
+  const char* Version;   /* version text */
+  const char* BuildDate;
+} HuxLibraryVersion;
+
+/** Returns the library's constant version record (never null; do not free). */
+HUX_API const HuxLibraryVersion* HUX_STDCALL huxvcGetLibVersion(void);
+
+/* ----------------------------------------------------------- block SADs */
+/* Current block first, reference second; steps in bytes and never checked.
+ * mcType 0/4/8/12 selects the integer, vertical, horizontal or diagonal
+ * half-sample reference (mcType >> 2; values of 16 and above are not defined).
+ * Only the pointers are checked (huxErrNullPtr). */
+
+/** SAD of a 16x16 block, integer or half-sample reference. */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of a 16x8 block, integer or half-sample reference. */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of an 8x8 block, integer or half-sample reference. */
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of an 8x16 block at integer position (mcType is ignored). */
+HUX_API HuxResult HUX_STDCALL huxiSAD8x16_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of an 8x4 block at integer position (mcType is ignored). */
+HUX_API HuxResult HUX_STDCALL huxiSAD8x4_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of a 4x8 block at integer position (mcType is ignored). */
+HUX_API HuxResult HUX_STDCALL huxiSAD4x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of a 4x4 block at integer position (mcType is ignored). */
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of a 16x16 block of 16-bit samples; half-sample sums saturate at 65535. */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of an 8x8 block of 16-bit samples; half-sample sums saturate at 65535. */
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+/** SAD of a 4x4 block of 16-bit samples; half-sample sums saturate at 65535. */
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef, int32_t refStep, int32_t* pSAD, int32_t mcType);
+
+/** SADs of the four 8x8 quarters of a 16x16 block, raster order (mcType ignored). */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks8x8_8u16u(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t mcType);
+/** SADs of the sixteen 4x4 blocks of a 16x16 block, raster order (mcType ignored). */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks4x4_8u16u(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t mcType);
+/** SADs of the four 8x8 quarters, 16-bit samples: differences wrap to 16 bits, steps rounded down to even. */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks8x8_16u32u_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef, int32_t refStep, uint32_t* pDstSAD, int32_t mcType);
+/** SADs of the sixteen 4x4 blocks, 16-bit samples: differences wrap to 16 bits, steps rounded down to even. */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks4x4_16u32u_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef, int32_t refStep, uint32_t* pDstSAD, int32_t mcType);
+
+/** SADs of 16x16 candidates 0..M-1 samples right of pRef, M = numCand rounded down to a multiple of 8 (huxErrSize below 8). */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand);
+/** As huxiSAD16x16xN_8u16u_C1R, and the index of the smallest SAD (lowest index on ties). */
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16xNI_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand, uint32_t* pMinIndex);
+/** SADs of 8x8 candidates along a reference row (see the 16x16 form). */
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand);
+/** SADs of 8x8 candidates along a reference row and the index of the smallest. */
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8xNI_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand, uint32_t* pMinIndex);
+/** SADs of 4x4 candidates along a reference row (see the 16x16 form). */
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand);
+/** SADs of 4x4 candidates along a reference row and the index of the smallest. */
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4xNI_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand, uint32_t* pMinIndex);
+/** SADs of 2x2 candidates along a reference row (see the 16x16 form). */
+HUX_API HuxResult HUX_STDCALL huxiSAD2x2xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, uint16_t* pDstSAD, int32_t numCand);
+
+/** Frame activity (row pairs 0-7 and 8-15, adjacent rows) and field activity (rows two apart) of a 16x16 block. */
+HUX_API HuxResult HUX_STDCALL huxiFrameFieldSAD16x16_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, int32_t* pFrameSAD, int32_t* pFieldSAD);
+/** Frame and field activity of a 16x16 block of signed 16-bit samples. */
+HUX_API HuxResult HUX_STDCALL huxiFrameFieldSAD16x16_16s32s_C1R(const int16_t* pSrc, int32_t srcStep, int32_t* pFrameSAD, int32_t* pFieldSAD);
+
+/** Residual (current minus reference, 16-bit) of an 8x8 block and its SAD. */
+HUX_API HuxResult HUX_STDCALL huxiSubSAD8x8_8u16s_C1R(const uint8_t* pSrcCur, int32_t srcCurStep, const uint8_t* pSrcRef, int32_t srcRefStep, int16_t* pDstDiff, int32_t dstDiffStep, int32_t* pSAD);
+
+/* ---------------------------------------------- H.264 coefficient decoding */
+/* @@H264_CAVLC@@ */
+
+/* ------------------------------- H.264 dequantisation and inverse transforms */
+/* @@H264_TRANSFORM@@ */
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* HUXVC_H */

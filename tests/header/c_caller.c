@@ -1,0 +1,31 @@
+/* Uses the public header as a C99 caller does: statuses, the version record, a
+ * block metric. Also compiled as C++ to keep the header clean in both. */
+#include <stdio.h>
+#include <string.h>
+
+#include "huxvc.h"
+
+int main(void) {
+  const HuxLibraryVersion* v = huxvcGetLibVersion();
+  uint8_t cur[16 * 16], ref[16 * 16];
+  int32_t sad = -1;
+  HuxResult st;
+  HuxSize size = {16, 16};
+  int i;
+  if (v == NULL || v->major != 6 || strcmp(v->Name, "huxvcw7-6.0.dll") != 0) {
+    printf("bad version record\n");
+    return 1;
+  }
+  for (i = 0; i < 16 * 16; ++i) {
+    cur[i] = (uint8_t)i;
+    ref[i] = (uint8_t)(i + 3);
+  }
+  st = huxiSAD16x16_8u32s(cur, 16, ref, 16, &sad, 0);
+  if (st != huxOk || sad != 3 * 256) {
+    printf("SAD: status %d, value %d\n", (int)st, (int)sad);
+    return 1;
+  }
+  if (huxiSAD16x16_8u32s(NULL, 16, ref, 16, &sad, 0) != huxErrNullPtr) return 1;
+  printf("huxvc %s (%dx%d)\n", v->Version, (int)size.width, (int)size.height);
+  return 0;
+}
