@@ -70,14 +70,14 @@ class ByteReader {
   // offset must be 0..7.
   ByteReader(const uint8_t* ptr, int32_t offset) : ptr_(ptr), offset_(offset) {}
 
-  // The next n bits (1..25) without consuming them; reads only the bytes the
+  // The next n bits (1..32) without consuming them; reads only the bytes the
   // field covers.
   uint32_t peek(int n) const {
     const int total = offset_ + n;
     const int bytes = (total + 7) >> 3;
-    uint32_t acc = 0;
+    uint64_t acc = 0;
     for (int i = 0; i < bytes; ++i) acc = (acc << 8) | ptr_[i];
-    return (acc >> (bytes * 8 - total)) & mask32(n);
+    return static_cast<uint32_t>(acc >> (bytes * 8 - total)) & mask32(n);
   }
 
   void skip(int n) {

@@ -121,10 +121,14 @@ TEST(ByteWriter, KeepsEarlierBitsZeroesLaterOnesAndRoundTrips) {
       fields.emplace_back(v, n);
       bits += static_cast<size_t>(n);
       // Everything behind the last written bit up to the end of its byte is zero.
-      if (w.offset()) ASSERT_EQ(buf[static_cast<size_t>(w.ptr() - buf.data())] & (0xFF >> w.offset()), 0);
+      if (w.offset()) {
+        ASSERT_EQ(buf[static_cast<size_t>(w.ptr() - buf.data())] & (0xFF >> w.offset()), 0);
+      }
     }
     EXPECT_EQ(static_cast<size_t>(w.ptr() - buf.data()) * 8 + static_cast<size_t>(w.offset()), bits + static_cast<size_t>(off0));
-    if (off0) EXPECT_EQ(buf[0] >> (8 - off0), first >> (8 - off0));
+    if (off0) {
+      EXPECT_EQ(buf[0] >> (8 - off0), first >> (8 - off0));
+    }
     ByteReader r(buf.data(), off0);
     for (auto [v, n] : fields) ASSERT_EQ(r.read(n), v);
   }

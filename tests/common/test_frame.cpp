@@ -104,7 +104,7 @@ TEST(CallingConvention, EveryExportRemovesItsOwnArguments) {
     int32_t status = 0;                                                                             \
     const int32_t words = argument_words(&name);                                                    \
     EXPECT_EQ(bytes_left_after_call(reinterpret_cast<void*>(&name), words, &status), 0) << #name;   \
-    if (words > 0) EXPECT_EQ(status, huxErrNullPtr) << #name << " with all arguments zero";         \
+    if (words > 0) { EXPECT_EQ(status, huxErrNullPtr) << #name << " with all arguments zero"; }     \
     ++checked;                                                                                      \
   }
 #include "hux_exports.inc"

@@ -23,7 +23,9 @@ TEST(Core, ThreadCountFollowsTheHardwareAndACallerCap) {
   const int32_t hw = ownGetNumThreads();
   ASSERT_GE(hw, 1);
   const unsigned reported = std::thread::hardware_concurrency();
-  if (reported) EXPECT_EQ(hw, static_cast<int32_t>(reported));
+  if (reported) {
+    EXPECT_EQ(hw, static_cast<int32_t>(reported));
+  }
   huxSetNumThreads(1);
   EXPECT_EQ(ownGetNumThreads(), 1);
   huxSetNumThreads(hw + 10);  // a cap above the hardware does not raise the count

@@ -1,0 +1,192 @@
+// Block SAD exports: pointer checks, then a kernel chosen by block shape and
+// half-sample position. Steps, block sizes and selector ranges are never checked;
+// the selector is divided by four without a mask, so values of 16 and above
+// are outside the interface: they are masked here so that no input can index
+// past a kernel table.
+#include "huxvc.h"
+#include "me/sad_kernels.h"
+
+namespace me = hux::me;
+namespace k = hux::me::HUX_KERNELS;
+
+namespace {
+
+template <int W, int H>
+constexpr me::Sad8Fn kSad8[4] = {k::sad<W, H, me::kInteger>, k::sad<W, H, me::kVertical>,
+                                 k::sad<W, H, me::kHorizontal>, k::sad<W, H, me::kDiagonal>};
+template <int W, int H>
+constexpr me::Sad16Fn kSad16[4] = {k::sad16u<W, H, me::kInteger>, k::sad16u<W, H, me::kVertical>,
+                                   k::sad16u<W, H, me::kHorizontal>, k::sad16u<W, H, me::kDiagonal>};
+
+constexpr int half_pel(int32_t mcType) { return (mcType >> 2) & 3; }
+
+template <int W, int H>
+HuxResult sad8(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad,
+               int32_t mcType) {
+  if (!src || !ref || !sad) return huxErrNullPtr;
+  *sad = kSad8<W, H>[half_pel(mcType)](src, srcStep, ref, refStep);
+  return huxOk;
+}
+
+// Shapes that take a selector and ignore it: integer position only.
+template <int W, int H>
+HuxResult sad8_integer(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad) {
+  if (!src || !ref || !sad) return huxErrNullPtr;
+  *sad = k::sad<W, H, me::kInteger>(src, srcStep, ref, refStep);
+  return huxOk;
+}
+
+template <int W, int H>
+HuxResult sad16(const uint16_t* src, int32_t srcStep, const uint16_t* ref, int32_t refStep, int32_t* sad,
+                int32_t mcType) {
+  if (!src || !ref || !sad) return huxErrNullPtr;
+  *sad = kSad16<W, H>[half_pel(mcType)](src, srcStep, ref, refStep);
+  return huxOk;
+}
+
+template <int B>
+HuxResult sad_line(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, uint16_t* sads,
+                   int32_t numCand, uint32_t* minIndex) {
+  const int32_t m = numCand & ~7;
+  if (m < 1) return huxErrSize;
+  k::sad_line<B>(src, srcStep, ref, refStep, sads, m);
+  if (minIndex) *minIndex = k::min_index(sads, m);
+  return huxOk;
+}
+
+}  // namespace
+
+extern "C" {
+
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                 int32_t refStep, int32_t* pSAD, int32_t mcType) {
+  return sad8<16, 16>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD16x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                    int32_t refStep, int32_t* pSAD, int32_t mcType) {
+  return sad8<16, 8>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                   int32_t refStep, int32_t* pSAD, int32_t mcType) {
+  return sad8<8, 8>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD8x16_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                    int32_t refStep, int32_t* pSAD, int32_t) {
+  return sad8_integer<8, 16>(pSrc, srcStep, pRef, refStep, pSAD);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD8x4_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                   int32_t refStep, int32_t* pSAD, int32_t) {
+  return sad8_integer<8, 4>(pSrc, srcStep, pRef, refStep, pSAD);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD4x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                   int32_t refStep, int32_t* pSAD, int32_t) {
+  return sad8_integer<4, 8>(pSrc, srcStep, pRef, refStep, pSAD);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                               int32_t refStep, int32_t* pSAD, int32_t) {
+  return sad8_integer<4, 4>(pSrc, srcStep, pRef, refStep, pSAD);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef,
+                                                      int32_t refStep, int32_t* pSAD, int32_t mcType) {
+  return sad16<16, 16>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef,
+                                                    int32_t refStep, int32_t* pSAD, int32_t mcType) {
+  return sad16<8, 8>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef,
+                                                    int32_t refStep, int32_t* pSAD, int32_t mcType) {
+  return sad16<4, 4>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
+}
+
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks8x8_8u16u(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                          int32_t refStep, uint16_t* pDstSAD, int32_t) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  k::sad_blocks<8>(pSrc, srcStep, pRef, refStep, pDstSAD);
+  return huxOk;
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks4x4_8u16u(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                          int32_t refStep, uint16_t* pDstSAD, int32_t) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  k::sad_blocks<4>(pSrc, srcStep, pRef, refStep, pDstSAD);
+  return huxOk;
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks8x8_16u32u_C1R(const uint16_t* pSrc, int32_t srcStep,
+                                                               const uint16_t* pRef, int32_t refStep,
+                                                               uint32_t* pDstSAD, int32_t) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  k::sad_blocks16u<8>(pSrc, srcStep, pRef, refStep, pDstSAD);
+  return huxOk;
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16Blocks4x4_16u32u_C1R(const uint16_t* pSrc, int32_t srcStep,
+                                                               const uint16_t* pRef, int32_t refStep,
+                                                               uint32_t* pDstSAD, int32_t) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  k::sad_blocks16u<4>(pSrc, srcStep, pRef, refStep, pDstSAD);
+  return huxOk;
+}
+
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                       int32_t refStep, uint16_t* pDstSAD, int32_t numCand) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  return sad_line<16>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, nullptr);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD16x16xNI_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                        int32_t refStep, uint16_t* pDstSAD, int32_t numCand,
+                                                        uint32_t* pMinIndex) {
+  if (!pSrc || !pRef || !pDstSAD || !pMinIndex) return huxErrNullPtr;
+  return sad_line<16>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, pMinIndex);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                     int32_t refStep, uint16_t* pDstSAD, int32_t numCand) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  return sad_line<8>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, nullptr);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD8x8xNI_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                      int32_t refStep, uint16_t* pDstSAD, int32_t numCand,
+                                                      uint32_t* pMinIndex) {
+  if (!pSrc || !pRef || !pDstSAD || !pMinIndex) return huxErrNullPtr;
+  return sad_line<8>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, pMinIndex);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                     int32_t refStep, uint16_t* pDstSAD, int32_t numCand) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  return sad_line<4>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, nullptr);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD4x4xNI_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                      int32_t refStep, uint16_t* pDstSAD, int32_t numCand,
+                                                      uint32_t* pMinIndex) {
+  if (!pSrc || !pRef || !pDstSAD || !pMinIndex) return huxErrNullPtr;
+  return sad_line<4>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, pMinIndex);
+}
+HUX_API HuxResult HUX_STDCALL huxiSAD2x2xN_8u16u_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
+                                                     int32_t refStep, uint16_t* pDstSAD, int32_t numCand) {
+  if (!pSrc || !pRef || !pDstSAD) return huxErrNullPtr;
+  return sad_line<2>(pSrc, srcStep, pRef, refStep, pDstSAD, numCand, nullptr);
+}
+
+HUX_API HuxResult HUX_STDCALL huxiFrameFieldSAD16x16_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep,
+                                                               int32_t* pFrameSAD, int32_t* pFieldSAD) {
+  if (!pSrc || !pFrameSAD || !pFieldSAD) return huxErrNullPtr;
+  k::frame_field(pSrc, srcStep, pFrameSAD, pFieldSAD);
+  return huxOk;
+}
+HUX_API HuxResult HUX_STDCALL huxiFrameFieldSAD16x16_16s32s_C1R(const int16_t* pSrc, int32_t srcStep,
+                                                                int32_t* pFrameSAD, int32_t* pFieldSAD) {
+  if (!pSrc || !pFrameSAD || !pFieldSAD) return huxErrNullPtr;
+  k::frame_field(pSrc, srcStep, pFrameSAD, pFieldSAD);
+  return huxOk;
+}
+
+// The SAD pointer is not among the checked arguments; a null one only means
+// the caller wants the difference block alone, so the SAD is then not stored.
+HUX_API HuxResult HUX_STDCALL huxiSubSAD8x8_8u16s_C1R(const uint8_t* pSrcCur, int32_t srcCurStep,
+                                                      const uint8_t* pSrcRef, int32_t srcRefStep, int16_t* pDstDiff,
+                                                      int32_t dstDiffStep, int32_t* pSAD) {
+  if (!pSrcCur || !pSrcRef || !pDstDiff) return huxErrNullPtr;
+  const int32_t sad = k::sub_sad8x8(pSrcCur, srcCurStep, pSrcRef, srcRefStep, pDstDiff, dstDiffStep);
+  if (pSAD) *pSAD = sad;
+  return huxOk;
+}
+
+}  // extern "C"
