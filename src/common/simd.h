@@ -14,6 +14,14 @@
 #include <cstring>
 #include <type_traits>
 
+// Kernels small enough that a call would cost a noticeable share of their
+// time are forced inline into the exports.
+#if defined(__GNUC__) || defined(__clang__)
+#define HUX_INLINE inline __attribute__((always_inline))
+#else
+#define HUX_INLINE inline
+#endif
+
 namespace hux {
 
 // Unaligned scalar loads and stores without aliasing trouble.

@@ -1,8 +1,8 @@
-// Block SAD exports: pointer checks, then a kernel chosen by block shape and
-// half-sample position. Steps, block sizes and selector ranges are never checked;
-// the selector is divided by four without a mask, so values of 16 and above
-// are outside the interface: they are masked here so that no input can index
-// past a kernel table.
+// Block SAD exports: pointer checks, then the kernel for the block shape and
+// half-sample position, inlined here. Steps, block sizes and selector ranges
+// are never checked. The selector is divided by four without a mask, so values
+// of 16 and above are outside the interface; they are masked here to one of
+// the four positions.
 #include "huxvc.h"
 #include "me/sad_kernels.h"
 
@@ -11,20 +11,21 @@ namespace k = hux::me::HUX_KERNELS;
 
 namespace {
 
-template <int W, int H>
-constexpr me::Sad8Fn kSad8[4] = {k::sad<W, H, me::kInteger>, k::sad<W, H, me::kVertical>,
-                                 k::sad<W, H, me::kHorizontal>, k::sad<W, H, me::kDiagonal>};
-template <int W, int H>
-constexpr me::Sad16Fn kSad16[4] = {k::sad16u<W, H, me::kInteger>, k::sad16u<W, H, me::kVertical>,
-                                   k::sad16u<W, H, me::kHorizontal>, k::sad16u<W, H, me::kDiagonal>};
-
 constexpr int half_pel(int32_t mcType) { return (mcType >> 2) & 3; }
 
 template <int W, int H>
 HuxResult sad8(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad,
                int32_t mcType) {
-  if (!src || !ref || !sad) return huxErrNullPtr;
-  *sad = kSad8<W, H>[half_pel(mcType)](src, srcStep, ref, refStep);
+  if (!src | !ref | !sad) return huxErrNullPtr;
+  const int hp = half_pel(mcType);
+  if (__builtin_expect((mcType & 12) == 0, 1))  // the bulk of any motion search
+    *sad = k::sad<W, H, me::kInteger>(src, srcStep, ref, refStep);
+  else if (hp == me::kVertical)
+    *sad = k::sad<W, H, me::kVertical>(src, srcStep, ref, refStep);
+  else if (hp == me::kHorizontal)
+    *sad = k::sad<W, H, me::kHorizontal>(src, srcStep, ref, refStep);
+  else
+    *sad = k::sad<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
   return huxOk;
 }
 
@@ -39,8 +40,16 @@ HuxResult sad8_integer(const uint8_t* src, int32_t srcStep, const uint8_t* ref, 
 template <int W, int H>
 HuxResult sad16(const uint16_t* src, int32_t srcStep, const uint16_t* ref, int32_t refStep, int32_t* sad,
                 int32_t mcType) {
-  if (!src || !ref || !sad) return huxErrNullPtr;
-  *sad = kSad16<W, H>[half_pel(mcType)](src, srcStep, ref, refStep);
+  if (!src | !ref | !sad) return huxErrNullPtr;
+  const int hp = half_pel(mcType);
+  if (__builtin_expect((mcType & 12) == 0, 1))  // the bulk of any motion search
+    *sad = k::sad16u<W, H, me::kInteger>(src, srcStep, ref, refStep);
+  else if (hp == me::kVertical)
+    *sad = k::sad16u<W, H, me::kVertical>(src, srcStep, ref, refStep);
+  else if (hp == me::kHorizontal)
+    *sad = k::sad16u<W, H, me::kHorizontal>(src, srcStep, ref, refStep);
+  else
+    *sad = k::sad16u<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
   return huxOk;
 }
 

@@ -1,6 +1,6 @@
 // Block SAD kernels. The reference set is the plain statement of each metric;
-// the SSE2 set computes the same values and is declared here, defined in
-// x86/sad_sse2.cpp.
+// the SSE2 set (x86/sad_sse2.h, included at the end where SSE2 is built)
+// computes the same values.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,6 @@ namespace hux::me {
 // Half-sample positions of the reference, mcType >> 2.
 enum HalfPel : int { kInteger = 0, kVertical = 1, kHorizontal = 2, kDiagonal = 3 };
 
-using Sad8Fn = int32_t (*)(const uint8_t* cur, int32_t curStep, const uint8_t* ref, int32_t refStep);
-using Sad16Fn = int32_t (*)(const uint16_t* cur, int32_t curStep, const uint16_t* ref, int32_t refStep);
 
 namespace ref {
 
@@ -127,22 +125,9 @@ inline int32_t sub_sad8x8(const uint8_t* cur, int32_t curStep, const uint8_t* re
 
 }  // namespace ref
 
-namespace sse2 {
-template <int W, int H, int Mode>
-int32_t sad(const uint8_t* cur, int32_t curStep, const uint8_t* ref, int32_t refStep);
-template <int W, int H, int Mode>
-int32_t sad16u(const uint16_t* cur, int32_t curStep, const uint16_t* ref, int32_t refStep);
-template <int B>
-void sad_blocks(const uint8_t* cur, int32_t curStep, const uint8_t* ref, int32_t refStep, uint16_t* out);
-template <int B>
-void sad_blocks16u(const uint16_t* cur, int32_t curStep, const uint16_t* ref, int32_t refStep, uint32_t* out);
-template <int B>
-void sad_line(const uint8_t* cur, int32_t curStep, const uint8_t* ref, int32_t refStep, uint16_t* out, int32_t m);
-uint32_t min_index(const uint16_t* v, int32_t m);
-template <class T>
-void frame_field(const T* src, int32_t step, int32_t* frame, int32_t* field);
-int32_t sub_sad8x8(const uint8_t* cur, int32_t curStep, const uint8_t* ref, int32_t refStep, int16_t* diff,
-                   int32_t diffStep);
-}  // namespace sse2
 
 }  // namespace hux::me
+
+#if defined(HUX_SSE2) && HUX_SSE2
+#include "me/x86/sad_sse2.h"
+#endif
