@@ -109,7 +109,7 @@ TEST(CallingConvention, EveryExportRemovesItsOwnArguments) {
   }
 #include "hux_exports.inc"
 #undef HUX_EXPORT
-  EXPECT_GT(checked, 30);
+  EXPECT_GE(checked, 25);  // the version query and the block SADs at least
 }
 #else
 TEST(CallingConvention, EveryExportRemovesItsOwnArguments) { GTEST_SKIP() << "callee-pops applies to 32-bit x86 only"; }
