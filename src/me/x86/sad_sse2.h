@@ -300,6 +300,24 @@ using namespace detail;
 template <int B>
 HUX_INLINE void sad_line(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, uint16_t* out, int32_t m) {
   const __m128i z = _mm_setzero_si128();
+  if constexpr (B == 2) {
+    // Candidate k costs |c00 - r0[k]| + |c01 - r0[k+1]| + |c10 - r1[k]| +
+    // |c11 - r1[k+1]|: the four current samples are broadcast once and eight
+    // candidates are formed per pair of row loads.
+    const uint8_t* c1 = row(cur, cs, 1);
+    const __m128i b00 = _mm_set1_epi8(static_cast<char>(cur[0])), b01 = _mm_set1_epi8(static_cast<char>(cur[1]));
+    const __m128i b10 = _mm_set1_epi8(static_cast<char>(c1[0])), b11 = _mm_set1_epi8(static_cast<char>(c1[1]));
+    const uint8_t* r1 = row(ref, rs, 1);
+    auto ad = [](__m128i a, __m128i b) { return _mm_or_si128(_mm_subs_epu8(a, b), _mm_subs_epu8(b, a)); };
+    for (int32_t k0 = 0; k0 < m; k0 += 8) {
+      const __m128i top = _mm_unpacklo_epi64(ad(load8(ref + k0), b00), ad(load8(ref + k0 + 1), b01));
+      const __m128i bot = _mm_unpacklo_epi64(ad(load8(r1 + k0), b10), ad(load8(r1 + k0 + 1), b11));
+      const __m128i s0 = _mm_add_epi16(_mm_unpacklo_epi8(top, z), _mm_unpackhi_epi8(top, z));
+      const __m128i s1 = _mm_add_epi16(_mm_unpacklo_epi8(bot, z), _mm_unpackhi_epi8(bot, z));
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(out + k0), _mm_add_epi16(s0, s1));
+    }
+    return;
+  }
   for (int32_t k0 = 0; k0 < m; k0 += 8) {
     const uint8_t* r0 = ref + k0;
     int32_t t[8];
@@ -339,19 +357,7 @@ HUX_INLINE void sad_line(const uint8_t* cur, int32_t cs, const uint8_t* ref, int
         t[2 * j + 1] = _mm_cvtsi128_si32(_mm_srli_si128(acc[j], 8));
       }
     } else {
-      // 2x2: candidate j's row sum is |c0 - r[j]| + |c1 - r[j+1]|, eight at once.
-      __m128i acc = z;
-      for (int y = 0; y < 2; ++y) {
-        const uint8_t* c = row(cur, cs, y);
-        const uint8_t* r = row(r0, rs, y);
-        const __m128i a = load8(r), b = load8(r + 1);
-        const __m128i c0 = _mm_set1_epi8(static_cast<char>(c[0])), c1 = _mm_set1_epi8(static_cast<char>(c[1]));
-        const __m128i d0 = _mm_or_si128(_mm_subs_epu8(a, c0), _mm_subs_epu8(c0, a));
-        const __m128i d1 = _mm_or_si128(_mm_subs_epu8(b, c1), _mm_subs_epu8(c1, b));
-        acc = _mm_add_epi16(acc, _mm_add_epi16(_mm_unpacklo_epi8(d0, z), _mm_unpacklo_epi8(d1, z)));
-      }
-      _mm_storeu_si128(reinterpret_cast<__m128i*>(out + k0), acc);
-      continue;
+      break;  // 2x2 lines are handled below
     }
     store8(out + k0, t);
   }

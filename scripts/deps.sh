@@ -1,0 +1,15 @@
+#!/bin/sh
+# Installs the Debian packages the build, the tests and the benchmarks need,
+# where they are missing. Needs root (or sudo) only when something is missing.
+set -eu
+need=""
+for p in cmake ninja-build g++ gcc-multilib g++-multilib googletest libbenchmark-dev pkg-config binutils python3; do
+  dpkg -s "$p" > /dev/null 2>&1 || need="$need $p"
+done
+[ -z "$need" ] && exit 0
+sudo=""
+[ "$(id -u)" -ne 0 ] && sudo=sudo
+echo "installing:$need"
+$sudo apt-get update -qq
+# shellcheck disable=SC2086
+DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends $need
