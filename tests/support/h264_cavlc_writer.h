@@ -1,0 +1,182 @@
+// A CAVLC writer for the tests: encodes a block in the H.264 residual syntax
+// (coeff_token, trailing-one signs, levels with prefix, suffix, escape and the
+// suffixLength adaptation, total_zeros, run_before) into the word-form stream
+// layout (32-bit words, bits from bit 31 down), using the same code lists the
+// caller-side decoding tables are built from.
+#pragma once
+
+#include <cstdint>
+#include <cstdlib>
+#include <stdexcept>
+#include <vector>
+
+#include "h264_cavlc_tables.h"
+
+namespace hux::test {
+
+class WordBitWriter {
+ public:
+  // The first word starts with 31 - startOffset junk bits (all ones or the
+  // given pattern), so the stream begins at bit `startOffset` of word 0.
+  explicit WordBitWriter(int startOffset = 31, uint32_t junk = 0xffffffffu) {
+    const int skip = 31 - startOffset;
+    if (skip) put(junk >> (32 - skip), skip);
+  }
+
+  void put(uint32_t v, int n) {  // n = 0..32, low n bits of v
+    for (int i = n - 1; i >= 0; --i) put_bit((v >> i) & 1u);
+  }
+  void put_bit(uint32_t b) {
+    if ((bits_ & 31) == 0) words_.push_back(0);
+    if (b) words_.back() |= 1u << (31 - (bits_ & 31));
+    ++bits_;
+  }
+  void put_code(const huxextras::Code& c) { put(c.bits, c.len); }
+
+  int64_t bits() const { return bits_; }
+  // Word pointer index and offset of the next bit to be written.
+  int64_t word_index() const { return bits_ >> 5; }
+  int32_t offset() const { return 31 - static_cast<int32_t>(bits_ & 31); }
+
+  // The stream padded with `pad` further words (for the decoders' look-ahead)
+  // filled with `fill`.
+  std::vector<uint32_t> words(int pad = 1, uint32_t fill = 0) const {
+    std::vector<uint32_t> w = words_;
+    if (bits_ & 31) w.back() |= fill & ((1u << (32 - (bits_ & 31))) - 1u);
+    for (int i = 0; i < pad; ++i) w.push_back(fill);
+    return w;
+  }
+
+ private:
+  std::vector<uint32_t> words_;
+  int64_t bits_ = 0;
+};
+
+// Block shapes of the encoder: a 4x4 block coded with the coeff_token of nC,
+// or a chroma DC block.
+enum class CavlcShape { k4x4, kChroma420, kChroma422 };
+
+class CavlcEncoder {
+ public:
+  CavlcEncoder() {
+    for (int k = 0; k < 5; ++k)
+      for (const huxextras::CoeffTokenRow& r : huxextras::kCoeffTokenCodes)
+        if (*r.code[k]) token_[k][r.totalCoeff][r.trailingOnes] = huxextras::parse_code(r.code[k], 0);
+    load(tz4x4_, huxextras::total_zeros_4x4_codes());
+    load(tz420_, huxextras::total_zeros_420_codes());
+    load(tz422_, huxextras::total_zeros_422_codes());
+    load(rb_, huxextras::run_before_codes());
+  }
+
+  // Encodes `coeffs` (coefficients in scan order: maxNum of them; for a 4x4
+  // block with maxNum 15 they are scan positions 1..15). nC selects the 4x4
+  // coeff_token (0..7 table, 8 or more the fixed-length form); chroma shapes
+  // ignore it. Level codes must fit the escape range of 16-bit magnitudes
+  // unless the test wants the wrap.
+  void encode(WordBitWriter& w, const int32_t* coeffs, int maxNum, CavlcShape shape, int nC = 0) const {
+    int pos[16];
+    int32_t lv[16];
+    int total = 0;
+    for (int i = maxNum - 1; i >= 0; --i)
+      if (coeffs[i]) {
+        pos[total] = i;
+        lv[total++] = coeffs[i];
+      }
+    int t1 = 0;
+    while (t1 < total && t1 < 3 && std::abs(lv[t1]) == 1) ++t1;
+
+    // coeff_token
+    if (shape == CavlcShape::k4x4 && nC >= 8) {
+      w.put(total == 0 ? 3u : static_cast<uint32_t>(((total - 1) << 2) | t1), 6);
+    } else {
+      const int col = shape == CavlcShape::kChroma420 ? 3 : shape == CavlcShape::kChroma422 ? 4 : nC < 2 ? 0 : nC < 4 ? 1 : 2;
+      const huxextras::Code& c = token_[col][total][t1];
+      if (!c.len) throw std::logic_error("no coeff_token code");
+      w.put_code(c);
+    }
+    if (total == 0) return;
+
+    for (int i = 0; i < t1; ++i) w.put_bit(lv[i] < 0 ? 1u : 0u);
+
+    int suffixLength = (total > 10 && t1 < 3) ? 1 : 0;
+    for (int i = t1; i < total; ++i) {
+      int64_t code = lv[i] > 0 ? 2 * int64_t{lv[i]} - 2 : -2 * int64_t{lv[i]} - 1;
+      if (i == t1 && t1 < 3) code -= 2;
+      put_level(w, code, suffixLength);
+      if (suffixLength == 0) suffixLength = 1;
+      if (std::abs(lv[i]) > (3 << (suffixLength - 1)) && suffixLength < 6) ++suffixLength;
+    }
+
+    int zerosLeft = 0;
+    if (total < maxNum) {
+      zerosLeft = pos[0] + 1 - total;
+      const auto& tz = shape == CavlcShape::kChroma420 ? tz420_ : shape == CavlcShape::kChroma422 ? tz422_ : tz4x4_;
+      w.put_code(tz.at(total).at(zerosLeft));
+    }
+    for (int k = 0; k + 1 < total && zerosLeft > 0; ++k) {
+      const int run = pos[k] - pos[k + 1] - 1;
+      w.put_code(rb_.at(zerosLeft < 7 ? zerosLeft : 7).at(run));
+      zerosLeft -= run;
+    }
+  }
+
+  // A level code with its prefix and suffix for the given suffixLength.
+  static void put_level(WordBitWriter& w, int64_t code, int suffixLength) {
+    int64_t rest;  // what is left beyond the prefix-15 threshold
+    if (suffixLength == 0) {
+      if (code < 14) {
+        put_prefix(w, static_cast<int>(code));
+        return;
+      }
+      if (code < 30) {
+        put_prefix(w, 14);
+        w.put(static_cast<uint32_t>(code - 14), 4);
+        return;
+      }
+      rest = code - 30;
+    } else {
+      if (code < (int64_t{15} << suffixLength)) {
+        put_prefix(w, static_cast<int>(code >> suffixLength));
+        w.put(static_cast<uint32_t>(code & ((1 << suffixLength) - 1)), suffixLength);
+        return;
+      }
+      rest = code - (int64_t{15} << suffixLength);
+    }
+    if (rest < 4096) {
+      put_prefix(w, 15);
+      w.put(static_cast<uint32_t>(rest), 12);
+      return;
+    }
+    int prefix = 16;
+    while (rest >= (int64_t{1} << (prefix - 2)) - 4096) ++prefix;
+    put_prefix(w, prefix);
+    w.put(static_cast<uint32_t>(rest - ((int64_t{1} << (prefix - 3)) - 4096)), prefix - 3);
+  }
+
+  static void put_prefix(WordBitWriter& w, int zeros) {
+    for (int i = 0; i < zeros; ++i) w.put_bit(0);
+    w.put_bit(1);
+  }
+
+ private:
+  using Lists = std::vector<std::vector<huxextras::Code>>;
+  static void load(Lists& dst, const std::vector<std::vector<const char*>>& src) {
+    dst.resize(src.size());
+    for (size_t i = 0; i < src.size(); ++i)
+      for (const char* s : src[i]) dst[i].push_back(huxextras::parse_code(s, 0));
+  }
+
+  huxextras::Code token_[5][17][4] = {};
+  Lists tz4x4_, tz420_, tz422_, rb_;
+};
+
+// Exp-Golomb code of codeNum (up to 2^31 - 1 here).
+inline void put_exp_golomb(WordBitWriter& w, uint32_t codeNum) {
+  const uint64_t v = uint64_t{codeNum} + 1;
+  int m = 0;
+  while ((v >> (m + 1)) != 0) ++m;
+  for (int i = 0; i < m; ++i) w.put_bit(0);
+  w.put(static_cast<uint32_t>(v), m + 1);
+}
+
+}  // namespace hux::test
