@@ -64,7 +64,9 @@ TEST(CavlcTables, CodeListsArePrefixCodesWithKraftSumAtMostOne) {
     for (const auto& a : tc.codes) {
       kraft += 1.0 / double(1u << a.len);
       for (const auto& b : tc.codes) {
-        if (&a != &b && a.len <= b.len) EXPECT_NE(a.bits, b.bits >> (b.len - a.len)) << tc.name;
+        if (&a != &b && a.len <= b.len) {
+          EXPECT_NE(a.bits, b.bits >> (b.len - a.len)) << tc.name;
+        }
       }
     }
     EXPECT_LE(kraft, 1.0) << tc.name;

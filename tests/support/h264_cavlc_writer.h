@@ -24,7 +24,18 @@ class WordBitWriter {
   }
 
   void put(uint32_t v, int n) {  // n = 0..32, low n bits of v
-    for (int i = n - 1; i >= 0; --i) put_bit((v >> i) & 1u);
+    if (n <= 0) return;
+    if (n < 32) v &= (1u << n) - 1u;
+    const int used = static_cast<int>(bits_ & 31);
+    if (used == 0) words_.push_back(0);
+    const int room = 32 - used;
+    if (n <= room) {
+      words_.back() |= v << (room - n);
+    } else {
+      words_.back() |= v >> (n - room);
+      words_.push_back(v << (32 - (n - room)));
+    }
+    bits_ += n;
   }
   void put_bit(uint32_t b) {
     if ((bits_ & 31) == 0) words_.push_back(0);
@@ -96,7 +107,7 @@ class CavlcEncoder {
     }
     if (total == 0) return;
 
-    for (int i = 0; i < t1; ++i) w.put_bit(lv[i] < 0 ? 1u : 0u);
+    for (int i = 0; i < t1; ++i) w.put_bit(lv[i] < 0 ? 1u : 0u);  // first coefficient first
 
     int suffixLength = (total > 10 && t1 < 3) ? 1 : 0;
     for (int i = t1; i < total; ++i) {
@@ -154,8 +165,8 @@ class CavlcEncoder {
   }
 
   static void put_prefix(WordBitWriter& w, int zeros) {
-    for (int i = 0; i < zeros; ++i) w.put_bit(0);
-    w.put_bit(1);
+    for (; zeros > 31; zeros -= 31) w.put(0, 31);
+    w.put(1, zeros + 1);
   }
 
  private:
@@ -175,7 +186,7 @@ inline void put_exp_golomb(WordBitWriter& w, uint32_t codeNum) {
   const uint64_t v = uint64_t{codeNum} + 1;
   int m = 0;
   while ((v >> (m + 1)) != 0) ++m;
-  for (int i = 0; i < m; ++i) w.put_bit(0);
+  w.put(0, m);
   w.put(static_cast<uint32_t>(v), m + 1);
 }
 
