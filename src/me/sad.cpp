@@ -13,19 +13,38 @@ namespace {
 
 constexpr int half_pel(int32_t mcType) { return (mcType >> 2) & 3; }
 
+// The half-sample kernels stay out of line, reached by a tail call, so that
+// the integer path, the one a motion search calls most, compiles without a
+// stack frame.
 template <int W, int H>
-HuxResult sad8(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad,
-               int32_t mcType) {
-  if (!src | !ref | !sad) return huxErrNullPtr;
-  const int hp = half_pel(mcType);
-  if (__builtin_expect((mcType & 12) == 0, 1))  // the bulk of any motion search
-    *sad = k::sad<W, H, me::kInteger>(src, srcStep, ref, refStep);
-  else if (hp == me::kVertical)
+[[gnu::noinline]] HuxResult sad_half(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep,
+                                     int32_t* sad, int hp) {
+  if (hp == me::kVertical)
     *sad = k::sad<W, H, me::kVertical>(src, srcStep, ref, refStep);
   else if (hp == me::kHorizontal)
     *sad = k::sad<W, H, me::kHorizontal>(src, srcStep, ref, refStep);
   else
     *sad = k::sad<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
+  return huxOk;
+}
+template <int W, int H>
+[[gnu::noinline]] HuxResult sad16u_half(const uint16_t* src, int32_t srcStep, const uint16_t* ref, int32_t refStep,
+                                        int32_t* sad, int hp) {
+  if (hp == me::kVertical)
+    *sad = k::sad16u<W, H, me::kVertical>(src, srcStep, ref, refStep);
+  else if (hp == me::kHorizontal)
+    *sad = k::sad16u<W, H, me::kHorizontal>(src, srcStep, ref, refStep);
+  else
+    *sad = k::sad16u<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
+  return huxOk;
+}
+
+template <int W, int H>
+HuxResult sad8(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad,
+               int32_t mcType) {
+  if (!src | !ref | !sad) return huxErrNullPtr;
+  if (__builtin_expect((mcType & 12) != 0, 0)) return sad_half<W, H>(src, srcStep, ref, refStep, sad, half_pel(mcType));
+  *sad = k::sad<W, H, me::kInteger>(src, srcStep, ref, refStep);
   return huxOk;
 }
 
@@ -41,15 +60,8 @@ template <int W, int H>
 HuxResult sad16(const uint16_t* src, int32_t srcStep, const uint16_t* ref, int32_t refStep, int32_t* sad,
                 int32_t mcType) {
   if (!src | !ref | !sad) return huxErrNullPtr;
-  const int hp = half_pel(mcType);
-  if (__builtin_expect((mcType & 12) == 0, 1))  // the bulk of any motion search
-    *sad = k::sad16u<W, H, me::kInteger>(src, srcStep, ref, refStep);
-  else if (hp == me::kVertical)
-    *sad = k::sad16u<W, H, me::kVertical>(src, srcStep, ref, refStep);
-  else if (hp == me::kHorizontal)
-    *sad = k::sad16u<W, H, me::kHorizontal>(src, srcStep, ref, refStep);
-  else
-    *sad = k::sad16u<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
+  if (__builtin_expect((mcType & 12) != 0, 0)) return sad16u_half<W, H>(src, srcStep, ref, refStep, sad, half_pel(mcType));
+  *sad = k::sad16u<W, H, me::kInteger>(src, srcStep, ref, refStep);
   return huxOk;
 }
 

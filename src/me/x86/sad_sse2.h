@@ -69,17 +69,32 @@ int32_t sad16xH(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs) 
     }
     acc = _mm_add_epi32(acc, acc2);
   } else if constexpr (Mode == kVertical) {
-    __m128i top = loadu(ref);
-    for (int y = 0; y < H; ++y) {
-      const __m128i bot = loadu(row(ref, rs, y + 1));
-      acc = _mm_add_epi32(acc, _mm_sad_epu8(load_cur<Aligned>(row(cur, cs, y)), _mm_avg_epu8(top, bot)));
-      top = bot;
+    const intptr_t c1 = cs, c2 = 2 * c1, c3 = 3 * c1, r1 = rs, r2 = 2 * r1, r3 = 3 * r1;
+    __m128i top = loadu(ref), acc2 = _mm_setzero_si128();
+    for (int y = 0; y < H; y += 4) {
+      const __m128i a = loadu(ref + r1), b = loadu(ref + r2), c = loadu(ref + r3), d = loadu(ref + 4 * r1);
+      acc = _mm_add_epi32(acc, _mm_add_epi32(_mm_sad_epu8(_mm_avg_epu8(top, a), load_cur<Aligned>(cur)),
+                                             _mm_sad_epu8(_mm_avg_epu8(a, b), load_cur<Aligned>(cur + c1))));
+      acc2 = _mm_add_epi32(acc2, _mm_add_epi32(_mm_sad_epu8(_mm_avg_epu8(b, c), load_cur<Aligned>(cur + c2)),
+                                               _mm_sad_epu8(_mm_avg_epu8(c, d), load_cur<Aligned>(cur + c3))));
+      top = d;
+      cur += 4 * c1;
+      ref += 4 * r1;
     }
+    acc = _mm_add_epi32(acc, acc2);
   } else if constexpr (Mode == kHorizontal) {
-    for (int y = 0; y < H; ++y) {
-      const uint8_t* r = row(ref, rs, y);
-      acc = _mm_add_epi32(acc, _mm_sad_epu8(load_cur<Aligned>(row(cur, cs, y)), _mm_avg_epu8(loadu(r), loadu(r + 1))));
+    const intptr_t c1 = cs, c2 = 2 * c1, c3 = 3 * c1, r1 = rs, r2 = 2 * r1, r3 = 3 * r1;
+    __m128i acc2 = _mm_setzero_si128();
+    auto h = [](const uint8_t* r) { return _mm_avg_epu8(loadu(r), loadu(r + 1)); };
+    for (int y = 0; y < H; y += 4) {
+      acc = _mm_add_epi32(acc, _mm_add_epi32(_mm_sad_epu8(h(ref), load_cur<Aligned>(cur)),
+                                             _mm_sad_epu8(h(ref + r1), load_cur<Aligned>(cur + c1))));
+      acc2 = _mm_add_epi32(acc2, _mm_add_epi32(_mm_sad_epu8(h(ref + r2), load_cur<Aligned>(cur + c2)),
+                                               _mm_sad_epu8(h(ref + r3), load_cur<Aligned>(cur + c3))));
+      cur += 4 * c1;
+      ref += 4 * r1;
     }
+    acc = _mm_add_epi32(acc, acc2);
   } else {
     __m128i tl, th;
     pair_sums16(ref, tl, th);
