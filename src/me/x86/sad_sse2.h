@@ -139,15 +139,16 @@ int32_t sad8xH(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs) {
     __m128i acc2 = _mm_setzero_si128();
     // One row per psadbw: the 8-byte loads clear the upper halves, so the sums
     // stay in the low lane and need no final fold.
+    auto two = [](const uint8_t* a, const uint8_t* b) {
+      return _mm_castps_si128(_mm_loadh_pi(_mm_castsi128_ps(load8(a)), reinterpret_cast<const __m64*>(b)));
+    };
     for (int y = 0; y < H; y += 4) {
-      acc = _mm_add_epi32(acc, _mm_sad_epu8(load8(cur), load8(ref)));
-      acc2 = _mm_add_epi32(acc2, _mm_sad_epu8(load8(cur + c1), load8(ref + r1)));
-      acc = _mm_add_epi32(acc, _mm_sad_epu8(load8(cur + c2), load8(ref + r2)));
-      acc2 = _mm_add_epi32(acc2, _mm_sad_epu8(load8(cur + c3), load8(ref + r3)));
+      acc = _mm_add_epi32(acc, _mm_sad_epu8(two(cur, cur + c1), two(ref, ref + r1)));
+      acc2 = _mm_add_epi32(acc2, _mm_sad_epu8(two(cur + c2, cur + c3), two(ref + r2, ref + r3)));
       cur += 4 * c1;
       ref += 4 * r1;
     }
-    return _mm_cvtsi128_si32(_mm_add_epi32(acc, acc2));
+    return hsum64(_mm_add_epi32(acc, acc2));
   } else {
     for (int y = 0; y < H; y += 2) {
       const __m128i c = _mm_unpacklo_epi64(load8(row(cur, cs, y)), load8(row(cur, cs, y + 1)));
