@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "h264_cavlc_tables.h"
+#include "../../extras/h264_cavlc_tables.h"
 
 namespace hux::test {
 
