@@ -1,0 +1,695 @@
+// H.264 dequantisation and inverse transforms through the exports: against a
+// plain model of the standard's equations on every QP (inputs kept where no
+// 16-bit pass can overflow), hand-computed cases where the passes wrap or
+// saturate, the check order, and nothing written on failure.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <functional>
+#include <vector>
+
+#include "huxvc.h"
+#include "support/test_util.h"
+
+namespace {
+
+using hux::test::Guarded;
+using hux::test::Rng;
+using Mat = std::vector<int64_t>;
+
+// ---------------------------------------------------------------- the model
+// normAdjust4x4: v0 where row and column are both even, v1 where both odd, v2 else.
+const int kV[6][3] = {{10, 16, 13}, {11, 18, 14}, {13, 20, 16}, {14, 23, 18}, {16, 25, 20}, {18, 29, 23}};
+// The standard's quantisation multipliers (LevelScale2 of the SP decoding process).
+const int kMF[6][3] = {{13107, 5243, 8066}, {11916, 4660, 7490}, {10082, 4194, 6554},
+                       {9362, 3647, 5825},  {8192, 3355, 5243},  {7282, 2893, 4559}};
+int cls(int i, int j) { return (i % 2 == 0 && j % 2 == 0) ? 0 : (i % 2 == 1 && j % 2 == 1) ? 1 : 2; }
+int v(int m, int k) { return kV[m][cls(k / 4, k % 4)]; }
+int flatLS(int m, int k) { return 16 * v(m, k); }
+int64_t sh(int64_t x, int n) { return n >= 0 ? x * (int64_t{1} << n) : x >> -n; }
+
+// Residual 4x4 scaling.
+int64_t scale4x4(int64_t c, int64_t ls, int qp) {
+  return qp >= 24 ? sh(c * ls, qp / 6 - 4) : (c * ls + (int64_t{1} << (3 - qp / 6))) >> (4 - qp / 6);
+}
+// The inverse core transform: row transforms e, f, then column transforms g, h.
+Mat inv4x4(const Mat& d) {
+  int64_t f[4][4], r[4][4];
+  for (int i = 0; i < 4; ++i) {
+    const int64_t* di = &d[4 * i];
+    const int64_t e0 = di[0] + di[2], e1 = di[0] - di[2], e2 = (di[1] >> 1) - di[3], e3 = di[1] + (di[3] >> 1);
+    f[i][0] = e0 + e3, f[i][1] = e1 + e2, f[i][2] = e1 - e2, f[i][3] = e0 - e3;
+  }
+  for (int j = 0; j < 4; ++j) {
+    const int64_t g0 = f[0][j] + f[2][j], g1 = f[0][j] - f[2][j], g2 = (f[1][j] >> 1) - f[3][j],
+                  g3 = f[1][j] + (f[3][j] >> 1);
+    r[0][j] = g0 + g3, r[1][j] = g1 + g2, r[2][j] = g1 - g2, r[3][j] = g0 - g3;
+  }
+  Mat out(16);
+  for (int k = 0; k < 16; ++k) out[k] = (r[k / 4][k % 4] + 32) >> 6;
+  return out;
+}
+// The 8x8 inverse: each row, then each column, with the standard's a/b stages.
+void inv8(int64_t* d, int stride) {
+  auto D = [&](int k) -> int64_t& { return d[k * stride]; };
+  const int64_t a0 = D(0) + D(4), a4 = D(0) - D(4), a2 = (D(2) >> 1) - D(6), a6 = D(2) + (D(6) >> 1);
+  const int64_t b0 = a0 + a6, b2 = a4 + a2, b4 = a4 - a2, b6 = a0 - a6;
+  const int64_t a1 = -D(3) + D(5) - D(7) - (D(7) >> 1), a3 = D(1) + D(7) - D(3) - (D(3) >> 1);
+  const int64_t a5 = -D(1) + D(7) + D(5) + (D(5) >> 1), a7 = D(3) + D(5) + D(1) + (D(1) >> 1);
+  const int64_t b1 = a1 + (a7 >> 2), b7 = a7 - (a1 >> 2), b3 = a3 + (a5 >> 2), b5 = (a3 >> 2) - a5;
+  D(0) = b0 + b7, D(1) = b2 + b5, D(2) = b4 + b3, D(3) = b6 + b1;
+  D(4) = b6 - b1, D(5) = b4 - b3, D(6) = b2 - b5, D(7) = b0 - b7;
+}
+Mat inv8x8(Mat d) {
+  for (int i = 0; i < 8; ++i) inv8(&d[8 * i], 1);
+  for (int j = 0; j < 8; ++j) inv8(&d[j], 8);
+  for (auto& x : d) x = (x + 32) >> 6;
+  return d;
+}
+const int kH[4][4] = {{1, 1, 1, 1}, {1, 1, -1, -1}, {1, -1, -1, 1}, {1, -1, 1, -1}};
+// A x c x B for a rows x cols block, A and B Hadamard matrices of those orders.
+Mat hadamard(const Mat& c, int rows, int cols) {
+  auto H = [](int n, int i, int j) { return n == 4 ? kH[i][j] : (i == 1 && j == 1 ? -1 : 1); };
+  Mat t(rows * cols, 0), f(rows * cols, 0);
+  for (int i = 0; i < rows; ++i)
+    for (int j = 0; j < cols; ++j)
+      for (int k = 0; k < rows; ++k) t[i * cols + j] += H(rows, i, k) * c[k * cols + j];
+  for (int i = 0; i < rows; ++i)
+    for (int j = 0; j < cols; ++j)
+      for (int k = 0; k < cols; ++k) f[i * cols + j] += t[i * cols + k] * H(cols, k, j);
+  return f;
+}
+int64_t clip(int64_t x, int64_t hi) { return x < 0 ? 0 : (x > hi ? hi : x); }
+int64_t l1(const Mat& m) {
+  int64_t s = 0;
+  for (auto x : m) s += x < 0 ? -x : x;
+  return s;
+}
+bool fits16(const Mat& m) {
+  for (auto x : m)
+    if (x < -32768 || x > 32767) return false;
+  return true;
+}
+
+// Random levels whose dequantised block has an L1 norm at most `cap`, so no
+// 16-bit pass can overflow; sparse blocks often, so high QPs still see levels.
+template <class Dq>
+Mat levels(Rng& rng, int n, int64_t cap, Dq dq) {
+  std::uniform_int_distribution<int> pick(0, 3), any(-2000, 2000);
+  for (;;) {
+    Mat c(n, 0);
+    const int mode = pick(rng);
+    for (int k = 0; k < n; ++k) {
+      if (mode == 0 && (rng() & 3)) continue;
+      const int64_t bound = std::max<int64_t>(1, cap / (4 * std::max<int64_t>(1, dq(k))));
+      c[k] = std::uniform_int_distribution<int64_t>(-bound, bound)(rng);
+    }
+    Mat d(n);
+    for (int k = 0; k < n; ++k) d[k] = c[k] * dq(k);
+    if (l1(d) <= cap) return c;
+  }
+}
+
+template <class T>
+std::vector<T> to(const Mat& m) {
+  return std::vector<T>(m.begin(), m.end());
+}
+
+// ---------------------------------------------------------------- model tests, every QP
+TEST(TransformModel, DequantTransformResidualInPlace) {
+  Rng rng(11);
+  for (int qp = 0; qp <= 51; ++qp)
+    for (int t = 0; t < 24; ++t) {
+      const bool useDC = t & 1, ac = (t & 2) != 0;
+      const int step = 8 + 2 * (t % 5);  // bytes
+      Mat c = levels(rng, 16, 32000, [&](int k) { return int64_t{v(qp % 6, k)} << (qp / 6); });
+      const int16_t dc = static_cast<int16_t>(std::uniform_int_distribution<int>(-2000, 2000)(rng));
+      Mat d(16);
+      for (int k = 0; k < 16; ++k) d[k] = scale4x4(c[k], flatLS(qp % 6, k), qp);
+      if (useDC) d[0] = dc;
+      if (l1(d) > 32000) continue;
+      Mat expect = ac ? inv4x4(d) : Mat(16, (d[0] + 32) >> 6);
+      Guarded g(3 * step + 8);
+      for (int k = 0; k < 16; ++k) {
+        const int16_t level = static_cast<int16_t>(c[k]);
+        std::memcpy(g.data() + (k / 4) * step + 2 * (k % 4), &level, 2);
+      }
+      ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(g.as<int16_t>(), step, useDC ? &dc : nullptr, ac, qp), huxOk);
+      for (int k = 0; k < 16; ++k) {
+        int16_t got;
+        std::memcpy(&got, g.data() + (k / 4) * step + 2 * (k % 4), 2);
+        ASSERT_EQ(got, expect[k]) << "qp " << qp << " t " << t << " k " << k;
+      }
+      ASSERT_TRUE(g.intact());
+    }
+}
+
+// The prediction-adding 4x4 forms, 8-bit and high bit depth.
+TEST(TransformModel, InverseWithPredictionAdd4x4) {
+  Rng rng(12);
+  for (int qp = 0; qp <= 87; ++qp)
+    for (int t = 0; t < 24; ++t) {
+      const bool useDC = t & 1, ac = (t & 2) != 0, flat = (t & 4) != 0;
+      std::vector<int16_t> scale(16);
+      for (auto& s : scale) s = static_cast<int16_t>(std::uniform_int_distribution<int>(1, 255)(rng) * 16);
+      auto ls = [&](int k) { return flat ? flatLS(qp % 6, k) : scale[k]; };
+      auto dqmag = [&](int k) { return std::max<int64_t>(1, scale4x4(1, ls(k), qp)); };
+      const int64_t cap = qp <= 51 ? 32000 : (int64_t{1} << 28);
+      Mat c = levels(rng, 16, cap, dqmag);
+      Mat d(16);
+      for (int k = 0; k < 16; ++k) d[k] = scale4x4(c[k], ls(k), qp);
+      const int64_t dcv = std::uniform_int_distribution<int>(-2000, 2000)(rng);
+      if (useDC) d[0] = dcv;
+      if (l1(d) > cap) continue;
+      const Mat res = ac ? inv4x4(d) : Mat(16, (d[0] + 32) >> 6);
+      const int bd = 9 + t % 6;
+      std::vector<int16_t> pred8(64);
+      std::vector<uint16_t> pred16(64);
+      hux::test::fill_random(rng, pred8.data(), 64, 0, 255);
+      hux::test::fill_random(rng, pred16.data(), 64, 0, (1 << bd) - 1);
+      if (qp <= 51) {  // 8-bit form: prediction step 16 bytes, destination step 8
+        std::vector<uint8_t> p(64), dst(32, 0xEE);
+        for (int k = 0; k < 64; ++k) p[k] = static_cast<uint8_t>(pred8[k]);
+        std::vector<int16_t> coef = to<int16_t>(c);
+        const int16_t dc16 = static_cast<int16_t>(dcv);
+        ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(p.data(), 16, coef.data(), useDC ? &dc16 : nullptr,
+                                                                dst.data(), 8, qp, ac, flat ? nullptr : scale.data()),
+                  huxOk);
+        for (int k = 0; k < 16; ++k)
+          ASSERT_EQ(dst[(k / 4) * 8 + k % 4], clip(res[k] + p[(k / 4) * 16 + k % 4], 255)) << qp << " " << t;
+      }
+      std::vector<int32_t> coef32 = to<int32_t>(c);
+      std::vector<uint16_t> dst(32, 0xEEEE);
+      const int32_t dc32 = static_cast<int32_t>(dcv);
+      ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred16.data(), 32, coef32.data(), useDC ? &dc32 : nullptr,
+                                                              dst.data(), 16, qp, ac, bd, flat ? nullptr : scale.data()),
+                huxOk);
+      for (int k = 0; k < 16; ++k)
+        ASSERT_EQ(dst[(k / 4) * 8 + k % 4], clip(res[k] + pred16[(k / 4) * 16 + k % 4], (1 << bd) - 1)) << qp << " " << t;
+    }
+}
+
+TEST(TransformModel, DequantTransformResidualAndAdd) {
+  Rng rng(13);
+  for (int qp = 0; qp <= 51; ++qp)
+    for (int t = 0; t < 16; ++t) {
+      const bool useDC = t & 1, ac = (t & 2) != 0;
+      Mat c = levels(rng, 16, 32000, [&](int k) { return int64_t{v(qp % 6, k)} << (qp / 6); });
+      Mat d(16);
+      for (int k = 0; k < 16; ++k) d[k] = scale4x4(c[k], flatLS(qp % 6, k), qp);
+      const int16_t dc = static_cast<int16_t>(std::uniform_int_distribution<int>(-3000, 3000)(rng));
+      if (useDC) d[0] = dc;
+      if (l1(d) > 32000) continue;
+      const Mat res = ac ? inv4x4(d) : Mat(16, (d[0] + 32) >> 6);
+      std::vector<uint8_t> pred = hux::test::random_bytes(rng, 4 * 12), dst(4 * 5, 0xEE);
+      std::vector<int16_t> coef = to<int16_t>(c);
+      ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred.data(), coef.data(), useDC ? &dc : nullptr,
+                                                                dst.data(), 12, 5, qp, ac),
+                huxOk);
+      for (int k = 0; k < 16; ++k) ASSERT_EQ(dst[(k / 4) * 5 + k % 4], clip(res[k] + pred[(k / 4) * 12 + k % 4], 255));
+    }
+}
+
+TEST(TransformModel, BareInverse4x4) {
+  Rng rng(14);
+  for (int t = 0; t < 2000; ++t) {
+    const Mat d = levels(rng, 16, t & 1 ? 32000 : 2000, [](int) { return int64_t{1}; });
+    const Mat expect = inv4x4(d);
+    std::vector<int16_t> s16 = to<int16_t>(d), o16(16);
+    std::vector<int32_t> s32 = to<int32_t>(d), o32(16);
+    ASSERT_EQ(huxiTransformResidual4x4Inv_H264_16s_C1(s16.data(), o16.data()), huxOk);
+    ASSERT_EQ(huxiTransformResidual4x4Inv_H264_32s_C1(s32.data(), o32.data()), huxOk);
+    for (int k = 0; k < 16; ++k) {
+      ASSERT_EQ(o16[k], expect[k]);
+      ASSERT_EQ(o32[k], expect[k]);
+    }
+  }
+}
+
+TEST(TransformModel, Luma8x8DequantAndInverse) {
+  Rng rng(15);
+  for (int q6 = 0; q6 <= 14; ++q6)
+    for (int t = 0; t < 40; ++t) {
+      std::vector<int16_t> scale(64);
+      for (auto& s : scale) s = static_cast<int16_t>(std::uniform_int_distribution<int>(1, 255)(rng) * 16 + (rng() & 15));
+      Mat c(64);
+      for (int k = 0; k < 64; ++k) {
+        const int64_t lim = std::max<int64_t>(1, 30000 / std::max<int64_t>(1, sh(scale[k], q6 - 6)));
+        c[k] = std::uniform_int_distribution<int64_t>(-lim, lim)(rng);
+      }
+      Mat d(64);
+      for (int k = 0; k < 64; ++k)
+        d[k] = q6 >= 6 ? sh(c[k] * scale[k], q6 - 6) : (c[k] * scale[k] + (int64_t{1} << (5 - q6))) >> (6 - q6);
+      if (q6 <= 8 && fits16(d)) {
+        std::vector<int16_t> b = to<int16_t>(c);
+        ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(b.data(), q6, scale.data()), huxOk);
+        for (int k = 0; k < 64; ++k) ASSERT_EQ(b[k], d[k]) << q6;
+      }
+      std::vector<int32_t> b32 = to<int32_t>(c);
+      ASSERT_EQ(huxiQuantInvLuma8x8_H264_32s_C1I(b32.data(), q6, scale.data()), huxOk);
+      for (int k = 0; k < 64; ++k) ASSERT_EQ(b32[k], d[k]) << q6;
+    }
+  for (int t = 0; t < 1000; ++t) {
+    const Mat d = levels(rng, 64, t & 1 ? 8000 : 1000, [](int) { return int64_t{1}; });
+    const Mat res = inv8x8(d);
+    std::vector<uint8_t> pred = hux::test::random_bytes(rng, 8 * 9), dst(8 * 11, 0xEE);
+    std::vector<int16_t> coef = to<int16_t>(d);
+    ASSERT_EQ(huxiTransformLuma8x8InvAddPred_H264_16s8u_C1R(pred.data(), 9, coef.data(), dst.data(), 11), huxOk);
+    const int bd = 8 + t % 9;
+    std::vector<uint16_t> p16(64), d16(64);
+    hux::test::fill_random(rng, p16.data(), 64, 0, (1 << bd) - 1);
+    std::vector<int32_t> c32 = to<int32_t>(d);
+    ASSERT_EQ(huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(p16.data(), 16, c32.data(), d16.data(), 16, bd), huxOk);
+    for (int k = 0; k < 64; ++k) {
+      ASSERT_EQ(dst[(k / 8) * 11 + k % 8], clip(res[k] + pred[(k / 8) * 9 + k % 8], 255));
+      ASSERT_EQ(d16[k], clip(res[k] + p16[k], (1 << bd) - 1));
+    }
+  }
+}
+
+// Luma DC (Intra 16x16): Hadamard, then the DC scaling with LevelScale4x4(qP % 6, 0, 0).
+int64_t lumaDcScale(int64_t f, int64_t ls, int qp) {
+  return qp >= 36 ? sh(f * ls, qp / 6 - 6) : (f * ls + (int64_t{1} << (5 - qp / 6))) >> (6 - qp / 6);
+}
+TEST(TransformModel, LumaDC) {
+  Rng rng(16);
+  for (int qp = 0; qp <= 87; ++qp)
+    for (int t = 0; t < 40; ++t) {
+      const bool flat = t & 1;
+      const int16_t ls = flat ? static_cast<int16_t>(flatLS(qp % 6, 0)) : static_cast<int16_t>(16 * (1 + rng() % 255));
+      Mat c(16);
+      const int64_t lim = std::max<int64_t>(1, 2000 / std::max<int64_t>(1, sh(ls, qp / 6 - 6)));
+      for (auto& x : c) x = std::uniform_int_distribution<int64_t>(-lim, lim)(rng);
+      const Mat f = hadamard(c, 4, 4);
+      Mat e(16);
+      for (int k = 0; k < 16; ++k) e[k] = lumaDcScale(f[k], ls, qp);
+      const int16_t lsArr[16] = {ls};
+      if (qp <= 51 && fits16(e) && l1(c) <= 32767) {
+        std::vector<int16_t> b = to<int16_t>(c);
+        ASSERT_EQ(huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(b.data(), qp, flat ? nullptr : lsArr), huxOk);
+        for (int k = 0; k < 16; ++k) ASSERT_EQ(b[k], e[k]) << qp;
+        if (flat) {
+          b = to<int16_t>(c);
+          ASSERT_EQ(huxiTransformDequantLumaDC_H264_16s_C1I(b.data(), qp), huxOk);
+          for (int k = 0; k < 16; ++k) ASSERT_EQ(b[k], e[k]) << qp;
+        }
+      }
+      std::vector<int32_t> b32 = to<int32_t>(c);
+      ASSERT_EQ(huxiTransformQuantInvLumaDC4x4_H264_32s_C1I(b32.data(), qp, flat ? nullptr : lsArr), huxOk);
+      for (int k = 0; k < 16; ++k) ASSERT_EQ(b32[k], e[k]) << qp;
+    }
+}
+
+TEST(TransformModel, ChromaDC420And422) {
+  Rng rng(17);
+  for (int qp = 0; qp <= 75; ++qp)
+    for (int t = 0; t < 40; ++t) {
+      const bool flat = t & 1;
+      const int16_t custom = static_cast<int16_t>(16 * (1 + rng() % 255));
+      const int16_t ls2 = flat ? static_cast<int16_t>(flatLS(qp % 6, 0)) : custom;
+      const int16_t ls4 = flat ? static_cast<int16_t>(flatLS((qp + 3) % 6, 0)) : custom;
+      const int16_t arr[16] = {custom};
+      Mat c(8);
+      for (auto& x : c) x = std::uniform_int_distribution<int64_t>(-300, 300)(rng);
+      // 4:2:0: ((f x LS) << qP/6) >> 5.
+      const Mat c4(c.begin(), c.begin() + 4);
+      const Mat f2 = hadamard(c4, 2, 2);
+      Mat e2(4);
+      for (int k = 0; k < 4; ++k) e2[k] = sh(f2[k] * ls2, qp / 6) >> 5;
+      // 4:2:2: qP + 3, rounded below 36.
+      const Mat f4 = hadamard(c, 4, 2);
+      Mat e4(8);
+      for (int k = 0; k < 8; ++k) e4[k] = lumaDcScale(f4[k], ls4, qp + 3);
+      if (qp <= 39) {
+        if (fits16(e2)) {
+          std::vector<int16_t> b = to<int16_t>(c4);
+          ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(b.data(), qp, flat ? nullptr : arr), huxOk);
+          for (int k = 0; k < 4; ++k) ASSERT_EQ(b[k], e2[k]) << qp;
+        }
+        if (fits16(e4)) {
+          std::vector<int16_t> b = to<int16_t>(c);
+          ASSERT_EQ(huxiTransformQuantInvChromaDC2x4_H264_16s_C1I(b.data(), qp, flat ? nullptr : arr), huxOk);
+          for (int k = 0; k < 8; ++k) ASSERT_EQ(b[k], e4[k]) << qp;
+        }
+      }
+      if (qp <= 51 && flat && fits16(e2)) {
+        std::vector<int16_t> b = to<int16_t>(c4);
+        ASSERT_EQ(huxiTransformDequantChromaDC_H264_16s_C1I(b.data(), qp), huxOk);
+        for (int k = 0; k < 4; ++k) ASSERT_EQ(b[k], e2[k]) << qp;
+      }
+      std::vector<int32_t> b2 = to<int32_t>(c4), b4 = to<int32_t>(c);
+      ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(b2.data(), qp, flat ? nullptr : arr), huxOk);
+      ASSERT_EQ(huxiTransformQuantInvChromaDC2x4_H264_32s_C1I(b4.data(), qp, flat ? nullptr : arr), huxOk);
+      for (int k = 0; k < 4; ++k) ASSERT_EQ(b2[k], e2[k]) << qp;
+      for (int k = 0; k < 8; ++k) ASSERT_EQ(b4[k], e4[k]) << qp;
+    }
+}
+
+// SP and SI decoding: prediction (transformed) plus dequantised levels,
+// requantised and dequantised at QS, inverse transformed, clipped.
+TEST(TransformModel, SwitchingPictures) {
+  Rng rng(18);
+  const int kA[3] = {16, 25, 20};
+  int ran = 0, ranDC = 0;
+  for (int qp = 0; qp <= 51; qp += 1)
+    for (int t = 0; t < 12; ++t) {
+      const int qs = static_cast<int>(rng() % 52), sw = t & 1, ac = (t & 2) != 0, useDC = (t & 4) != 0;
+      const int q = sw ? qs : qp;
+      Mat c(16, 0), p(16);
+      const int64_t lim = std::max(1, 400 / (((29 << (q / 6)) * 25) / 64 + 1));
+      for (auto& x : c)
+        if ((rng() & 3) == 0) x = std::uniform_int_distribution<int64_t>(-lim, lim)(rng);
+      for (auto& x : p) x = std::uniform_int_distribution<int64_t>(-400, 400)(rng);
+      const int16_t dc = static_cast<int16_t>(std::uniform_int_distribution<int>(-500, 3000)(rng));
+      Mat cd(4), pd(4);
+      for (auto& x : cd) x = std::uniform_int_distribution<int64_t>(-lim, lim)(rng);
+      for (auto& x : pd) x = std::uniform_int_distribution<int64_t>(-400, 400)(rng);
+      Mat d(16);
+      for (int k = 0; k < 16; ++k) {
+        const int cl = cls(k / 4, k % 4);
+        int64_t s = p[k];
+        if (ac || k == 0) s += sh(c[k] * kV[q % 6][cl] * kA[cl], q / 6) >> 6;
+        const int64_t mag = ((s < 0 ? -s : s) * kMF[qs % 6][cl] + (int64_t{1} << (14 + qs / 6))) >> (15 + qs / 6);
+        d[k] = sh((s < 0 ? -mag : mag) * kV[qs % 6][cl], qs / 6);
+      }
+      if (useDC) d[0] = dc;
+      if (l1(d) <= 32000) {
+        ++ran;
+        const Mat r = inv4x4(d);
+        std::vector<int16_t> b = to<int16_t>(c), pp = to<int16_t>(p);
+        ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b.data(), pp.data(), useDC ? &dc : nullptr, ac, qp,
+                                                                 qs, sw),
+                  huxOk);
+        for (int k = 0; k < 16; ++k) ASSERT_EQ(b[k], clip(r[k], 255)) << qp << " " << qs << " " << t;
+      }
+
+      // Chroma DC.
+      const Mat dcp = hadamard(pd, 2, 2);
+      Mat dcr(4);
+      for (int k = 0; k < 4; ++k) {
+        const int64_t s = dcp[k] + (sh(cd[k] * kV[q % 6][0] * 16, q / 6) >> 5);
+        const int64_t mag = ((s < 0 ? -s : s) * kMF[qs % 6][0] + (int64_t{1} << (15 + qs / 6))) >> (16 + qs / 6);
+        dcr[k] = s < 0 ? -mag : mag;
+      }
+      const Mat f = hadamard(dcr, 2, 2);
+      Mat e(4);
+      for (int k = 0; k < 4; ++k) e[k] = sh(f[k] * kV[qs % 6][0], qs / 6) >> 1;
+      if (!fits16(e)) continue;
+      ++ranDC;
+      std::vector<int16_t> cb = to<int16_t>(cd), pb = to<int16_t>(pd);
+      ASSERT_EQ(huxiTransformDequantChromaDC_SISP_H264_16s_C1I(cb.data(), pb.data(), qp, qs, sw), huxOk);
+      for (int k = 0; k < 4; ++k) ASSERT_EQ(cb[k], e[k]) << qp << " " << qs;
+    }
+  EXPECT_GT(ran, 300);
+  EXPECT_GT(ranDC, 300);
+}
+
+// ---------------------------------------------------------------- widths, by hand
+
+// Column pass of the in-place residual: the butterflies fit 16 bits, the last
+// sums (39936) do not, and are formed in 32 bits. DC 19968 given, level 1536 at
+// (1, 0) x 13 at QP 0 = 19968: every column is 624, 468, 156, 0 down the rows.
+TEST(TransformWidths, InPlaceResidualFinalSumIn32Bits) {
+  int16_t b[16] = {};
+  b[4] = 1536;
+  const int16_t dc = 19968;
+  ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 1, 0), huxOk);
+  const int16_t col[4] = {624, 468, 156, 0};
+  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], col[k / 4]) << k;
+}
+
+// Row pass of the in-place residual wraps: row 0 = 30000, 0, 5000, 0 gives
+// e = 35000 -> -30536; the results are -477, 391, 391, -477 in every row.
+TEST(TransformWidths, InPlaceResidualRowPassWraps) {
+  int16_t b[16] = {};
+  b[2] = 500;  // x 10 at QP 0
+  const int16_t dc = 30000;
+  ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 1, 0), huxOk);
+  const int16_t rowv[4] = {-477, 391, 391, -477};
+  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], rowv[k % 4]) << k;
+}
+
+// The bare inverse saturates where the 32-bit form does not: with 19968 at
+// (0, 0) and (1, 0) the first row is 511 (32767 >> 6) against 624.
+TEST(TransformWidths, BareInverseSaturatesAnd32BitDoesNot) {
+  int16_t s[16] = {}, o[16];
+  int32_t s32[16] = {}, o32[16];
+  s[0] = s[4] = 19968;
+  s32[0] = s32[4] = 19968;
+  ASSERT_EQ(huxiTransformResidual4x4Inv_H264_16s_C1(s, o), huxOk);
+  ASSERT_EQ(huxiTransformResidual4x4Inv_H264_32s_C1(s32, o32), huxOk);
+  const int16_t c16[4] = {511, 468, 156, 0};
+  const int32_t c32[4] = {624, 468, 156, 0};
+  for (int k = 0; k < 16; ++k) {
+    EXPECT_EQ(o[k], c16[k / 4]) << k;
+    EXPECT_EQ(o32[k], c32[k / 4]) << k;
+  }
+  // -32768 - 32767 style extremes stay saturated, the rounding addition included.
+  int16_t m[16] = {32767}, mo[16];
+  ASSERT_EQ(huxiTransformResidual4x4Inv_H264_16s_C1(m, mo), huxOk);
+  for (int k = 0; k < 16; ++k) EXPECT_EQ(mo[k], 511);
+}
+
+// Saturation inside the passes of the prediction-adding forms shows after the
+// column pass subtracts: row 0 = 30000, 0, 5000, 0 saturates e to 32767.
+// Row 1 col 0 = 29952. Prediction 128: the last row is 172, 51, 51, 172
+// (unsaturated arithmetic would give 206, 89, 89, 206).
+TEST(TransformWidths, AddPredPassesSaturate) {
+  uint8_t pred[16], dst[16];
+  std::memset(pred, 128, sizeof pred);
+  const uint8_t lastRow[4] = {172, 51, 51, 172};
+  {  // identity dequantisation: QP 24 with a scale of ones
+    int16_t c[16] = {30000, 0, 5000, 0, 29952};
+    int16_t ones[16];
+    for (auto& x : ones) x = 1;
+    ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 1, ones), huxOk);
+    for (int x = 0; x < 4; ++x) EXPECT_EQ(dst[12 + x], lastRow[x]);
+  }
+  {  // QP 0: 500 x 10 = 5000, 2304 x 13 = 29952, DC given
+    int16_t c[16] = {0, 0, 500, 0, 2304};
+    const int16_t dc = 30000;
+    ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred, c, &dc, dst, 4, 4, 0, 1), huxOk);
+    for (int x = 0; x < 4; ++x) EXPECT_EQ(dst[12 + x], lastRow[x]);
+  }
+}
+
+// The LevelScale dequantisation saturates: 1000 x 4000 at QP 24 is 4000000 -> 32767.
+TEST(TransformWidths, AddPredDequantSaturates) {
+  uint8_t pred[16] = {}, dst[16];
+  int16_t c[16] = {1000, 0, 0, 0};
+  int16_t scale[16];
+  for (auto& x : scale) x = 4000;
+  // DC only via AC 0: (32767 + 32) >> 6 = 512, clamped to 255.
+  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 0, scale), huxOk);
+  for (auto x : dst) EXPECT_EQ(x, 255);
+  c[0] = -1000;
+  std::memset(pred, 200, sizeof pred);
+  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 0, scale), huxOk);
+  for (auto x : dst) EXPECT_EQ(x, 0);  // 200 + (-32768 + 32 >> 6) = 200 - 512
+  // Through the transform: 1000 and -900 at (0, 0) and (0, 2) both saturate
+  // (32767, -32768), so e = -1 and f = 32767: rows 0, 511, 511, 0. Unsaturated
+  // products would leave e = 400000. At QP 30 the product saturates before the
+  // left shift.
+  std::memset(pred, 100, sizeof pred);
+  for (int qp : {24, 30}) {
+    int16_t b[16] = {1000, 0, -900, 0};
+    ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, b, nullptr, dst, 4, qp, 1, scale), huxOk);
+    for (int k = 0; k < 16; ++k) EXPECT_EQ(dst[k], (k % 4 == 0 || k % 4 == 3) ? 100 : 255) << qp << " " << k;
+  }
+  // Below saturation at QP 30: 100 x 10 << 1 = 2000, -50 x 10 << 1 = -1000:
+  // columns 1000 and 3000, so 16 and 47 above the prediction.
+  for (auto& x : scale) x = 10;
+  int16_t b[16] = {100, 0, -50, 0};
+  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, b, nullptr, dst, 4, 30, 1, scale), huxOk);
+  for (int k = 0; k < 16; ++k) EXPECT_EQ(dst[k], (k % 4 == 0 || k % 4 == 3) ? 116 : 147) << k;
+}
+
+// The 8x8 dequantiser: 16-bit wrap from QP/6 = 6, 32-bit product truncated below.
+TEST(TransformWidths, Luma8x8DequantWraps) {
+  int16_t b[64] = {}, s[64];
+  for (auto& x : s) x = 100;
+  b[0] = 1000;  // 100000 -> -31072
+  b[1] = -1000;
+  s[2] = 1000;
+  b[2] = 20000;
+  ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(b, 6, s), huxOk);
+  EXPECT_EQ(b[0], -31072);
+  EXPECT_EQ(b[1], 31072);
+  EXPECT_EQ(b[2], static_cast<int16_t>(20000000 & 0xFFFF));
+  int16_t c[64] = {1000};
+  ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(c, 7, s), huxOk);
+  EXPECT_EQ(c[0], 3392);  // 200000 mod 65536
+  int16_t d[64] = {};
+  d[2] = 20000;  // (20000000 + 32) >> 6 = 312500 -> low 16 bits -15180
+  ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(d, 0, s), huxOk);
+  EXPECT_EQ(d[2], -15180);
+}
+
+// Luma DC: 16 levels of 4096 make the first sum 65536, which wraps to 0; with
+// one extra level at (0, 0) every coefficient is 1 (x 10 at QP 12).
+TEST(TransformWidths, LumaDCWrapsAndInverseSaturates) {
+  int16_t b[16];
+  for (auto& x : b) x = 4096;
+  b[0] = 4097;
+  ASSERT_EQ(huxiTransformDequantLumaDC_H264_16s_C1I(b, 12), huxOk);
+  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], 10) << k;
+  // The LevelScale form saturates its Hadamard: row 0 becomes 32767, 0, 1, 1
+  // and the others 1; at QP 24, flat, (x x 160 + 2) >> 2.
+  for (auto& x : b) x = 4096;
+  b[0] = 4097;
+  ASSERT_EQ(huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(b, 24, nullptr), huxOk);
+  const int16_t e[16] = {32767, 0, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40};
+  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], e[k]) << k;
+}
+
+// 2x2 chroma DC of the LevelScale form saturates its sums: 32767, 32767, 32767,
+// -32768 with a scale of 1 at QP 0 gives 1023, 1023, 1023, -1024 (not 2047...).
+TEST(TransformWidths, ChromaDC2x2Saturates) {
+  int16_t b[4] = {32767, 32767, 32767, -32768};
+  const int16_t one[1] = {1};
+  ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(b, 0, one), huxOk);
+  const int16_t e[4] = {1023, 1023, 1023, -1024};
+  for (int k = 0; k < 4; ++k) EXPECT_EQ(b[k], e[k]) << k;
+  int32_t w[4] = {32767, 32767, 32767, -32768};
+  ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(w, 0, one), huxOk);
+  EXPECT_EQ(w[0], 65533 >> 5);
+  // The wrapping 4:2:0 form: 4 x 16384 = 65536 wraps to 0.
+  int16_t c[4] = {16384, 16384, 16384, 16384};
+  ASSERT_EQ(huxiTransformDequantChromaDC_H264_16s_C1I(c, 0), huxOk);
+  EXPECT_EQ(c[0], 0);
+}
+
+// ---------------------------------------------------------------- edge cases
+TEST(TransformEdges, DCOnlyRounding) {
+  for (int16_t dcv : {31, 32, -32, -33}) {
+    int16_t b[16];
+    std::memset(b, 0x55, sizeof b);
+    ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dcv, 0, 20), huxOk);
+    for (auto x : b) EXPECT_EQ(x, (dcv + 32) >> 6);
+  }
+}
+
+TEST(TransformEdges, SwitchingOutputIsClamped) {
+  int16_t b[16] = {}, p[16] = {};
+  p[0] = 6000;  // requantised to 150, dequantised to 24000: every sample 375 before the clamp
+  ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 0, 28, 28, 0), huxOk);
+  for (auto x : b) EXPECT_EQ(x, 255);
+  p[0] = -6000;
+  ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 0, 28, 28, 0), huxOk);
+  for (auto x : b) EXPECT_EQ(x, 0);
+  // Out-of-range QP and QS are not rejected and read no table out of bounds.
+  ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 1, -1000, 1000, 1), huxOk);
+  ASSERT_EQ(huxiTransformDequantChromaDC_SISP_H264_16s_C1I(b, p, 1 << 30, -5, 0), huxOk);
+}
+
+TEST(TransformEdges, AndAddAcceptsNullCoefficientsForGivenDC) {
+  uint8_t pred[16], dst[16];
+  std::memset(pred, 10, sizeof pred);
+  const int16_t dc = 64 * 5;
+  ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred, nullptr, &dc, dst, 4, 4, 30, 0), huxOk);
+  for (auto x : dst) EXPECT_EQ(x, 15);
+}
+
+TEST(TransformEdges, HighBitDepthClampBounds) {
+  uint16_t pred[16], dst[16];
+  for (auto& x : pred) x = 16000;
+  int32_t c[16] = {};
+  const int32_t dc = 64 * 1000;
+  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred, 8, c, &dc, dst, 8, 0, 0, 14, nullptr), huxOk);
+  for (auto x : dst) EXPECT_EQ(x, 16383);
+  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred, 8, c, &dc, dst, 8, 0, 0, 9, nullptr), huxOk);
+  for (auto x : dst) EXPECT_EQ(x, 511);
+  // 8x8: the bit depth is not checked; 16 bits keeps 65535, depths beyond are clamped to 16.
+  uint16_t p8[64], d8[64];
+  int32_t c8[64] = {};
+  for (auto& x : p8) x = 60000;
+  for (int bd : {16, 40}) {
+    ASSERT_EQ(huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(p8, 16, c8, d8, 16, bd), huxOk);
+    for (auto x : d8) EXPECT_EQ(x, 60000);
+  }
+  ASSERT_EQ(huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(p8, 16, c8, d8, 16, 12), huxOk);
+  for (auto x : d8) EXPECT_EQ(x, 4095);
+}
+
+// ---------------------------------------------------------------- checks and their order
+
+struct CheckCase {
+  const char* name;
+  std::function<HuxResult(Guarded&)> call;
+  HuxResult expect;
+};
+
+// Each call writes only into the guarded area; a failing call must leave it as it was.
+std::vector<CheckCase> check_cases() {
+  static int16_t s16[64] = {1, 2, 3};
+  static int32_t s32[64] = {1, 2, 3};
+  static uint8_t p8[128];
+  static uint16_t p16[128];
+  static const int16_t dc = 5;
+  auto i16 = [](Guarded& g) { return g.as<int16_t>(); };
+  auto i32 = [](Guarded& g) { return g.as<int32_t>(); };
+  return {
+      {"residual null", [](Guarded&) { return huxiDequantTransformResidual_H264_16s_C1I(nullptr, 8, &dc, 1, 10); }, huxErrNullPtr},
+      {"residual qp 52 before step 4", [=](Guarded& g) { return huxiDequantTransformResidual_H264_16s_C1I(i16(g), 4, nullptr, 1, 52); }, huxErrOutOfRange},
+      {"residual qp -1", [=](Guarded& g) { return huxiDequantTransformResidual_H264_16s_C1I(i16(g), 8, nullptr, 1, -1); }, huxErrOutOfRange},
+      {"residual step 7", [=](Guarded& g) { return huxiDequantTransformResidual_H264_16s_C1I(i16(g), 7, nullptr, 1, 51); }, huxErrStep},
+      {"residual ok", [=](Guarded& g) { return huxiDequantTransformResidual_H264_16s_C1I(i16(g), 8, nullptr, 1, 51); }, huxOk},
+      {"sisp null pred", [=](Guarded& g) { return huxiDequantTransformResidual_SISP_H264_16s_C1I(i16(g), nullptr, &dc, 1, 10, 10, 0); }, huxErrNullPtr},
+      {"sisp null block", [](Guarded&) { return huxiDequantTransformResidual_SISP_H264_16s_C1I(nullptr, s16, &dc, 1, 10, 10, 0); }, huxErrNullPtr},
+      {"and-add null pred", [](Guarded& g) { return huxiDequantTransformResidualAndAdd_H264_16s_C1I(nullptr, s16, &dc, g.data(), 4, 4, 10, 1); }, huxErrNullPtr},
+      {"and-add null dst", [](Guarded&) { return huxiDequantTransformResidualAndAdd_H264_16s_C1I(p8, s16, &dc, nullptr, 4, 4, 99, 1); }, huxErrNullPtr},
+      {"and-add qp before coef", [](Guarded& g) { return huxiDequantTransformResidualAndAdd_H264_16s_C1I(p8, nullptr, nullptr, g.data(), 4, 4, 52, 1); }, huxErrOutOfRange},
+      {"and-add null coef, AC", [](Guarded& g) { return huxiDequantTransformResidualAndAdd_H264_16s_C1I(p8, nullptr, &dc, g.data(), 4, 4, 51, 1); }, huxErrNullPtr},
+      {"and-add null coef, no DC", [](Guarded& g) { return huxiDequantTransformResidualAndAdd_H264_16s_C1I(p8, nullptr, nullptr, g.data(), 4, 4, 51, 0); }, huxErrNullPtr},
+      {"luma dc qp 52", [=](Guarded& g) { return huxiTransformDequantLumaDC_H264_16s_C1I(i16(g), 52); }, huxErrOutOfRange},
+      {"chroma dc qp -1", [=](Guarded& g) { return huxiTransformDequantChromaDC_H264_16s_C1I(i16(g), -1); }, huxErrOutOfRange},
+      {"chroma dc sisp null", [=](Guarded& g) { return huxiTransformDequantChromaDC_SISP_H264_16s_C1I(i16(g), nullptr, 0, 0, 0); }, huxErrNullPtr},
+      {"inv luma dc 16s qp 52", [=](Guarded& g) { return huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(i16(g), 52, nullptr); }, huxErrOutOfRange},
+      {"inv luma dc 32s qp 88", [=](Guarded& g) { return huxiTransformQuantInvLumaDC4x4_H264_32s_C1I(i32(g), 88, nullptr); }, huxErrOutOfRange},
+      {"inv luma dc 32s qp 87", [=](Guarded& g) { return huxiTransformQuantInvLumaDC4x4_H264_32s_C1I(i32(g), 87, nullptr); }, huxOk},
+      {"2x2 16s qp 39", [=](Guarded& g) { return huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(i16(g), 39, nullptr); }, huxOk},
+      {"2x2 16s qp 40", [=](Guarded& g) { return huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(i16(g), 40, nullptr); }, huxErrOutOfRange},
+      {"2x2 32s qp 75", [=](Guarded& g) { return huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(i32(g), 75, nullptr); }, huxOk},
+      {"2x2 32s qp 76", [=](Guarded& g) { return huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(i32(g), 76, nullptr); }, huxErrOutOfRange},
+      {"2x4 16s qp 40", [=](Guarded& g) { return huxiTransformQuantInvChromaDC2x4_H264_16s_C1I(i16(g), 40, nullptr); }, huxErrOutOfRange},
+      {"2x4 32s qp -1", [=](Guarded& g) { return huxiTransformQuantInvChromaDC2x4_H264_32s_C1I(i32(g), -1, nullptr); }, huxErrOutOfRange},
+      {"add-pred 16s null coef", [](Guarded& g) { return huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(p8, 4, nullptr, nullptr, g.data(), 4, 99, 1, nullptr); }, huxErrNullPtr},
+      {"add-pred 16s qp 52", [](Guarded& g) { return huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(p8, 4, s16, nullptr, g.data(), 4, 52, 1, nullptr); }, huxErrOutOfRange},
+      {"add-pred 32s null pred", [](Guarded& g) { return huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(nullptr, 8, s32, nullptr, g.as<uint16_t>(), 8, 99, 1, 8, nullptr); }, huxErrNullPtr},
+      {"add-pred 32s qp 88", [](Guarded& g) { return huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(p16, 8, s32, nullptr, g.as<uint16_t>(), 8, 88, 1, 10, nullptr); }, huxErrOutOfRange},
+      {"add-pred 32s depth 8", [](Guarded& g) { return huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(p16, 8, s32, nullptr, g.as<uint16_t>(), 8, 87, 1, 8, nullptr); }, huxErrOutOfRange},
+      {"add-pred 32s depth 15", [](Guarded& g) { return huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(p16, 8, s32, nullptr, g.as<uint16_t>(), 8, 0, 1, 15, nullptr); }, huxErrOutOfRange},
+      {"8x8 dequant null scale", [=](Guarded& g) { return huxiQuantLuma8x8Inv_H264_16s_C1I(i16(g), 99, nullptr); }, huxErrNullPtr},
+      {"8x8 dequant qp6 9", [=](Guarded& g) { return huxiQuantLuma8x8Inv_H264_16s_C1I(i16(g), 9, s16); }, huxErrQuantParam},
+      {"8x8 dequant qp6 -1", [=](Guarded& g) { return huxiQuantLuma8x8Inv_H264_16s_C1I(i16(g), -1, s16); }, huxErrQuantParam},
+      {"8x8 dequant 32s qp6 15", [=](Guarded& g) { return huxiQuantInvLuma8x8_H264_32s_C1I(i32(g), 15, s16); }, huxErrQuantParam},
+      {"8x8 dequant 32s qp6 14", [=](Guarded& g) { return huxiQuantInvLuma8x8_H264_32s_C1I(i32(g), 14, s16); }, huxOk},
+      {"8x8 add null coef", [](Guarded& g) { return huxiTransformLuma8x8InvAddPred_H264_16s8u_C1R(p8, 8, nullptr, g.data(), 8); }, huxErrNullPtr},
+      {"8x8 hbd null pred", [](Guarded& g) { return huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(nullptr, 16, s32, g.as<uint16_t>(), 16, 10); }, huxErrNullPtr},
+      {"bare 16s null dst", [](Guarded&) { return huxiTransformResidual4x4Inv_H264_16s_C1(s16, nullptr); }, huxErrNullPtr},
+      {"bare 32s null src", [](Guarded& g) { return huxiTransformResidual4x4Inv_H264_32s_C1(nullptr, g.as<int32_t>()); }, huxErrNullPtr},
+  };
+}
+
+class TransformChecks : public ::testing::TestWithParam<CheckCase> {};
+TEST_P(TransformChecks, StatusAndNothingWrittenOnFailure) {
+  const CheckCase& c = GetParam();
+  Guarded g(512);
+  for (size_t i = 0; i < g.size(); ++i) g.data()[i] = static_cast<uint8_t>(i * 7 + 1);
+  const auto before = g.snapshot();
+  EXPECT_EQ(c.call(g), c.expect);
+  EXPECT_TRUE(g.intact());
+  if (c.expect != huxOk) {
+    EXPECT_EQ(g.snapshot(), before);
+  }
+}
+INSTANTIATE_TEST_SUITE_P(All, TransformChecks, ::testing::ValuesIn(check_cases()),
+                         [](const ::testing::TestParamInfo<CheckCase>& p) {
+                           std::string n = p.param.name;
+                           for (auto& ch : n)
+                             if (!isalnum(static_cast<unsigned char>(ch))) ch = '_';
+                           return n;
+                         });
+
+}  // namespace
