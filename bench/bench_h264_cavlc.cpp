@@ -7,8 +7,8 @@
 #include <random>
 #include <vector>
 
-#include "../extras/h264_cavlc_tables.h"
-#include "../tests/support/h264_cavlc_writer.h"
+#include "h264_cavlc_tables.h"
+#include "support/h264_cavlc_writer.h"
 #include "h264/cavlc_kernels.h"
 #include "huxvc.h"
 
