@@ -36,6 +36,8 @@ inline __m128i load4(const void* p) { return _mm_cvtsi32_si128(hux::load<int32_t
 inline void storeu(void* p, __m128i v) { _mm_storeu_si128(static_cast<__m128i*>(p), v); }
 inline void storel(void* p, __m128i v) { _mm_storel_epi64(static_cast<__m128i*>(p), v); }
 inline void store4(void* p, __m128i v) { hux::store<int32_t>(p, _mm_cvtsi128_si32(v)); }
+// Upper eight bytes, stored straight from the register (no shuffle).
+inline void storeh(void* p, __m128i v) { _mm_storeh_pd(static_cast<double*>(p), _mm_castsi128_pd(v)); }
 inline __m128i swap_halves(__m128i v) { return _mm_shuffle_epi32(v, 0x4E); }
 
 // Two rows of a 16-bit block at a byte step, as one register.
@@ -216,9 +218,9 @@ void dequant_transform_residual(int16_t* blk, int32_t step, const int16_t* pDC, 
   const __m128i r3 = _mm_srai_epi32(_mm_add_epi32(_mm_madd_epi16(eh, minus), k32), 6);
   const __m128i o01 = _mm_packs_epi32(r0, r1), o23 = _mm_packs_epi32(r2, r3);
   storel(blk, o01);
-  storel(row(blk, step, 1), _mm_unpackhi_epi64(o01, o01));
+  storeh(row(blk, step, 1), o01);
   storel(row(blk, step, 2), o23);
-  storel(row(blk, step, 3), _mm_unpackhi_epi64(o23, o23));
+  storeh(row(blk, step, 3), o23);
 }
 
 void dequant_transform_residual_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
@@ -279,7 +281,7 @@ inline void add_pred_rows_u16(__m128i r0, __m128i r1, const uint16_t* p0, const 
   const __m128i v = clamp_pack_u16(_mm_add_epi32(r0, _mm_unpacklo_epi16(loadl(p0), z)),
                                    _mm_add_epi32(r1, _mm_unpacklo_epi16(loadl(p1), z)), maxB);
   storel(d0, v);
-  storel(d1, _mm_unpackhi_epi64(v, v));
+  storeh(d1, v);
 }
 }  // namespace
 
@@ -377,7 +379,7 @@ void idct8x8_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, uin
     const __m128i p1 = _mm_unpacklo_epi8(loadl(row(pred, predStep, y + 1)), z);
     const __m128i o = _mm_packus_epi16(_mm_add_epi16(r0, p0), _mm_add_epi16(r1, p1));
     storel(row(dst, dstStep, y), o);
-    storel(row(dst, dstStep, y + 1), _mm_unpackhi_epi64(o, o));
+    storeh(row(dst, dstStep, y + 1), o);
   }
 }
 
@@ -413,7 +415,7 @@ void idct8x8_add_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef
       const __m128i s1 = _mm_srai_epi32(_mm_add_epi32(v[y + 1], _mm_add_epi32(p1, k32)), 6);
       const __m128i o = clamp_pack_u16(s0, s1, maxB);
       storel(row(dst, dstStep, y) + h, o);
-      storel(row(dst, dstStep, y + 1) + h, _mm_unpackhi_epi64(o, o));
+      storeh(row(dst, dstStep, y + 1) + h, o);
     }
   }
 }
