@@ -37,7 +37,7 @@ inline void storeu(void* p, __m128i v) { _mm_storeu_si128(static_cast<__m128i*>(
 inline void storel(void* p, __m128i v) { _mm_storel_epi64(static_cast<__m128i*>(p), v); }
 inline void store4(void* p, __m128i v) { hux::store<int32_t>(p, _mm_cvtsi128_si32(v)); }
 // Upper eight bytes, stored straight from the register (no shuffle).
-inline void storeh(void* p, __m128i v) { _mm_storeh_pd(static_cast<double*>(p), _mm_castsi128_pd(v)); }
+inline void storeh(void* p, __m128i v) { _mm_storeh_pi(static_cast<__m64*>(p), _mm_castsi128_ps(v)); }
 inline __m128i swap_halves(__m128i v) { return _mm_shuffle_epi32(v, 0x4E); }
 
 // Two rows of a 16-bit block at a byte step, as one register.
