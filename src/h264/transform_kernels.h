@@ -475,24 +475,8 @@ inline void chroma_dc_dequant_sisp(int16_t* blk, const int16_t* predDC, int32_t 
 
 }  // namespace ref
 
-#if defined(HUX_SSE2) && HUX_SSE2
-namespace sse2 {
-void dequant_transform_residual(int16_t* blk, int32_t step, const int16_t* pDC, int32_t ac, int32_t qp);
-void dequant_transform_residual_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
-                                    uint8_t* dst, int32_t dstStep, int32_t qp, int32_t ac);
-void quant_inv_add_pred4x4(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
-                           uint8_t* dst, int32_t dstStep, int32_t qp, int32_t ac, const int16_t* scale);
-void quant_inv_add_pred4x4_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef, const int32_t* pDC,
-                               uint16_t* dst, int32_t dstStep, int32_t qp, int32_t ac, int32_t bitDepth,
-                               const int16_t* scale);
-void transform_residual4x4(const int16_t* src, int16_t* dst);
-void transform_residual4x4_32(const int32_t* src, int32_t* dst);
-void dequant_luma8x8(int16_t* blk, int32_t qbits, const int16_t* scale);
-void idct8x8_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, uint8_t* dst, int32_t dstStep);
-void idct8x8_add_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef, uint16_t* dst, int32_t dstStep,
-                     int32_t maxv);
-void luma_dc_dequant(int16_t* blk, int32_t qp);
-}  // namespace sse2
-#endif
-
 }  // namespace hux::h264
+
+#if defined(HUX_SSE2) && HUX_SSE2
+#include "h264/x86/transform_sse2.h"
+#endif

@@ -1,13 +1,17 @@
-// SSE2 H.264 dequantisation and inverse transforms. A 4x4 block lives in two
+// SSE2 H.264 dequantisation and inverse transforms, inline so that each export
+// compiles into one function (a 4x4 block takes a few nanoseconds, and an
+// out-of-line call with its stacked arguments would be a visible share). A 4x4 block lives in two
 // registers (rows 0-1 and rows 2-3); an 8x8 block in eight. The 16-bit passes use
 // paddw/psubw where the reference wraps and paddsw/psubsw where it saturates, so
 // the lanes overflow exactly where the reference does.
+#pragma once
+
 #include <emmintrin.h>
 
 #include "h264/transform_kernels.h"
 
 namespace hux::h264::sse2 {
-namespace {
+namespace detail {
 
 // ------------------------------------------------------------ vector pass policies
 struct SatV {
@@ -190,10 +194,11 @@ inline void transpose8x8(__m128i* v) {
   v[7] = _mm_unpackhi_epi64(b3, b7);
 }
 
-}  // namespace
+}  // namespace detail
+using namespace detail;
 
 // ------------------------------------------------------------ 4x4 residual, in place
-void dequant_transform_residual(int16_t* blk, int32_t step, const int16_t* pDC, int32_t ac, int32_t qp) {
+HUX_INLINE void dequant_transform_residual(int16_t* blk, int32_t step, const int16_t* pDC, int32_t ac, int32_t qp) {
   const int16_t* dq = kDequantByPos[qp].data();
   if (!ac) {
     const int16_t dc = pDC ? *pDC : wrap16(hux::load<int16_t>(blk) * dq[0]);
@@ -223,7 +228,7 @@ void dequant_transform_residual(int16_t* blk, int32_t step, const int16_t* pDC, 
   storeh(row(blk, step, 3), o23);
 }
 
-void dequant_transform_residual_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
+HUX_INLINE void dequant_transform_residual_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
                                     uint8_t* dst, int32_t dstStep, int32_t qp, int32_t ac) {
   const int16_t* dq = kDequantByPos[qp].data();
   if (!ac) {
@@ -238,7 +243,7 @@ void dequant_transform_residual_add(const uint8_t* pred, int32_t predStep, const
   add_pred4x4(a, b, pred, predStep, dst, dstStep);
 }
 
-void quant_inv_add_pred4x4(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
+HUX_INLINE void quant_inv_add_pred4x4(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
                            uint8_t* dst, int32_t dstStep, int32_t qp, int32_t ac, const int16_t* scale) {
   const int16_t* ls = scale ? scale : kFlatLevelScale[kQpMod6[qp]].data();
   const int q = kQpDiv6[qp];
@@ -254,7 +259,7 @@ void quant_inv_add_pred4x4(const uint8_t* pred, int32_t predStep, const int16_t*
   add_pred4x4(a, b, pred, predStep, dst, dstStep);
 }
 
-void transform_residual4x4(const int16_t* src, int16_t* dst) {
+HUX_INLINE void transform_residual4x4(const int16_t* src, int16_t* dst) {
   __m128i a = loadu(src), b = loadu(src + 8);
   idct4x4_sat(a, b);
   storeu(dst, a);
@@ -262,7 +267,7 @@ void transform_residual4x4(const int16_t* src, int16_t* dst) {
 }
 
 // ------------------------------------------------------------ 4x4, 32-bit
-namespace {
+namespace detail {
 inline void idct4x4_32(__m128i& r0, __m128i& r1, __m128i& r2, __m128i& r3) {
   transpose4x4_32(r0, r1, r2, r3);
   idct4_1d<Wrap32V>(r0, r1, r2, r3);
@@ -283,9 +288,10 @@ inline void add_pred_rows_u16(__m128i r0, __m128i r1, const uint16_t* p0, const 
   storel(d0, v);
   storeh(d1, v);
 }
-}  // namespace
+}  // namespace detail
+using namespace detail;
 
-void quant_inv_add_pred4x4_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef, const int32_t* pDC,
+HUX_INLINE void quant_inv_add_pred4x4_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef, const int32_t* pDC,
                                uint16_t* dst, int32_t dstStep, int32_t qp, int32_t ac, int32_t bitDepth,
                                const int16_t* scale) {
   const int16_t* ls = scale ? scale : kFlatLevelScale[kQpMod6[qp]].data();
@@ -318,7 +324,7 @@ void quant_inv_add_pred4x4_hbd(const uint16_t* pred, int32_t predStep, const int
                     row(dst, dstStep, 3), maxB);
 }
 
-void transform_residual4x4_32(const int32_t* src, int32_t* dst) {
+HUX_INLINE void transform_residual4x4_32(const int32_t* src, int32_t* dst) {
   __m128i r0 = loadu(src), r1 = loadu(src + 4), r2 = loadu(src + 8), r3 = loadu(src + 12);
   idct4x4_32(r0, r1, r2, r3);
   storeu(dst, r0);
@@ -328,7 +334,7 @@ void transform_residual4x4_32(const int32_t* src, int32_t* dst) {
 }
 
 // ------------------------------------------------------------ 8x8 dequantiser
-namespace {
+namespace detail {
 template <bool Aligned>
 inline __m128i ld(const int16_t* p) {
   if constexpr (Aligned) return _mm_load_si128(reinterpret_cast<const __m128i*>(p));
@@ -340,7 +346,7 @@ inline void st(int16_t* p, __m128i v) {
   else storeu(p, v);
 }
 template <bool Aligned>
-void dequant_luma8x8_impl(int16_t* blk, int32_t qbits, const int16_t* scale) {
+HUX_INLINE void dequant_luma8x8_impl(int16_t* blk, int32_t qbits, const int16_t* scale) {
   if (qbits >= 6) {
     const __m128i n = _mm_cvtsi32_si128(qbits - 6);
     for (int i = 0; i < 64; i += 8) st<Aligned>(blk + i, _mm_sll_epi16(_mm_mullo_epi16(ld<Aligned>(blk + i), ld<Aligned>(scale + i)), n));
@@ -354,9 +360,10 @@ void dequant_luma8x8_impl(int16_t* blk, int32_t qbits, const int16_t* scale) {
     st<Aligned>(blk + i, pack_wrap(_mm_sra_epi32(_mm_add_epi32(p0, r), n), _mm_sra_epi32(_mm_add_epi32(p1, r), n)));
   }
 }
-}  // namespace
+}  // namespace detail
+using namespace detail;
 
-void dequant_luma8x8(int16_t* blk, int32_t qbits, const int16_t* scale) {
+HUX_INLINE void dequant_luma8x8(int16_t* blk, int32_t qbits, const int16_t* scale) {
   if (aligned16(blk) && aligned16(scale))
     dequant_luma8x8_impl<true>(blk, qbits, scale);
   else
@@ -364,7 +371,7 @@ void dequant_luma8x8(int16_t* blk, int32_t qbits, const int16_t* scale) {
 }
 
 // ------------------------------------------------------------ 8x8 inverse + prediction
-void idct8x8_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, uint8_t* dst, int32_t dstStep) {
+HUX_INLINE void idct8x8_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, uint8_t* dst, int32_t dstStep) {
   __m128i v[8];
   for (int i = 0; i < 8; ++i) v[i] = loadu(coef + 8 * i);
   transpose8x8(v);
@@ -383,7 +390,7 @@ void idct8x8_add(const uint8_t* pred, int32_t predStep, const int16_t* coef, uin
   }
 }
 
-void idct8x8_add_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef, uint16_t* dst, int32_t dstStep,
+HUX_INLINE void idct8x8_add_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef, uint16_t* dst, int32_t dstStep,
                      int32_t maxv) {
   alignas(16) int32_t tmp[64];
   // Row pass, four rows at a time: 4x4 tiles transposed so that each register
@@ -421,7 +428,7 @@ void idct8x8_add_hbd(const uint16_t* pred, int32_t predStep, const int32_t* coef
 }
 
 // ------------------------------------------------------------ Intra 16x16 luma DC
-void luma_dc_dequant(int16_t* blk, int32_t qp) {
+HUX_INLINE void luma_dc_dequant(int16_t* blk, int32_t qp) {
   // Hadamard on [r0|r1], [r2|r3]: the sums wrap, so the order of the butterflies
   // does not change the result.
   __m128i a = loadu(blk), b = loadu(blk + 8);
