@@ -1,5 +1,6 @@
 // CAVLC and Exp-Golomb decoding: the code tables, the particular rules of the
-// residual syntax, failure statuses and what they leave, check orders.
+// residual syntax as a table of hand-made streams, failure statuses and what
+// they leave, check orders.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -15,14 +16,10 @@
 namespace {
 
 using hux::test::CavlcEncoder;
-using hux::test::CavlcShape;
 using hux::test::WordBitWriter;
 using huxextras::CavlcTables;
 
-const CavlcTables& tables() {
-  static const CavlcTables t;
-  return t;
-}
+const CavlcTables& tables() { return hux::test::cavlc_tables(); }
 
 // A stream from a string of '0'/'1' (spaces ignored), padded with `fill` words.
 std::vector<uint32_t> stream(const char* bits, int startOffset = 31, uint32_t fill = 0) {
@@ -47,27 +44,25 @@ std::vector<TableCase> all_tables() {
   for (int k = 0; k < 5; ++k)
     v.push_back({tokenNames[k], huxextras::coeff_token_codes(huxextras::CoeffTokenKind(k)),
                  t.coeff_token(huxextras::CoeffTokenKind(k))});
-  for (int i = 1; i < 16; ++i)
-    v.push_back({"tz4x4", huxextras::value_codes(huxextras::total_zeros_4x4_codes()[i]), t.total_zeros_4x4()[i]});
-  for (int i = 1; i < 4; ++i)
-    v.push_back({"tz420", huxextras::value_codes(huxextras::total_zeros_420_codes()[i]), t.total_zeros_chroma420()[i]});
-  for (int i = 1; i < 8; ++i)
-    v.push_back({"tz422", huxextras::value_codes(huxextras::total_zeros_422_codes()[i]), t.total_zeros_chroma422()[i]});
-  for (int i = 1; i < 8; ++i)
-    v.push_back({"rb", huxextras::value_codes(huxextras::run_before_codes()[i]), t.run_before()[i]});
+  auto add = [&](const char* name, const std::vector<std::vector<const char*>>& lists, const uint32_t* const* tbl, int n) {
+    for (int i = 1; i < n; ++i) v.push_back({name, huxextras::value_codes(lists[i]), tbl[i]});
+  };
+  add("tz4x4", huxextras::total_zeros_4x4_codes(), t.total_zeros_4x4(), 16);
+  add("tz420", huxextras::total_zeros_420_codes(), t.total_zeros_chroma420(), 4);
+  add("tz422", huxextras::total_zeros_422_codes(), t.total_zeros_chroma422(), 8);
+  add("rb", huxextras::run_before_codes(), t.run_before(), 8);
   return v;
 }
 
+// The typed-in code lists (which the test encoder shares with the tables)
+// must be prefix codes that nearly fill their code space.
 TEST(CavlcTables, CodeListsArePrefixCodesWithKraftSumAtMostOne) {
   for (const TableCase& tc : all_tables()) {
     double kraft = 0;
     for (const auto& a : tc.codes) {
       kraft += 1.0 / double(1u << a.len);
-      for (const auto& b : tc.codes) {
-        if (&a != &b && a.len <= b.len) {
-          EXPECT_NE(a.bits, b.bits >> (b.len - a.len)) << tc.name;
-        }
-      }
+      for (const auto& b : tc.codes)
+        if (&a != &b && a.len <= b.len) EXPECT_NE(a.bits, b.bits >> (b.len - a.len)) << tc.name;
     }
     EXPECT_LE(kraft, 1.0) << tc.name;
     // Only coeff_token (the all-zero region) and two 4x4 tables leave codes unused.
@@ -77,8 +72,8 @@ TEST(CavlcTables, CodeListsArePrefixCodesWithKraftSumAtMostOne) {
 
 TEST(CavlcTables, EveryCodeDecodesToItsValueAndLengthAtEveryOffset) {
   hux::test::Rng rng(11);
-  for (const TableCase& tc : all_tables()) {
-    for (const auto& c : tc.codes) {
+  for (const TableCase& tc : all_tables())
+    for (const auto& c : tc.codes)
       for (int off = 0; off < 32; off += 3) {
         WordBitWriter w(off, rng());
         w.put_code(c);
@@ -100,143 +95,116 @@ TEST(CavlcTables, EveryCodeDecodesToItsValueAndLengthAtEveryOffset) {
           }
           ASSERT_TRUE(ok) << tc.name;
           EXPECT_EQ(v, c.value) << tc.name;
-          const int64_t used = (p - words.data()) * 32 + (31 - o) - (31 - off);
-          EXPECT_EQ(used, c.len) << tc.name;
+          EXPECT_EQ((p - words.data()) * 32 + (off - o), c.len) << tc.name;
         }
       }
-    }
-  }
 }
 
-TEST(CavlcTables, UnusedPatternsAreMarkedInvalid) {
-  // 16 zero bits start no coeff_token code in any 4x4 table, nor in the 2x4 one.
+TEST(CavlcTables, UnusedPatternsAreMarkedInvalidAndScansArePermutations) {
+  // 16 zero bits start no coeff_token code in any 4x4 table, nor in the 2x4
+  // one; nine start no total_zeros code for one coefficient.
+  auto s = stream("0000000000000000 0000000000000000");
+  uint32_t v;
   for (int k : {0, 1, 2, 4}) {
-    auto s = stream("0000000000000000 0000000000000000");
-    uint32_t v;
     hux::bits::WordBitBuffer r(s.data(), 31);
     EXPECT_FALSE(hux::h264::detail::decode_vlc(r, tables().coeff_token(huxextras::CoeffTokenKind(k)), 0xffffu, v));
   }
-  auto s = stream("000000000");
-  uint32_t v;
   hux::bits::WordBitBuffer r(s.data(), 31);
   EXPECT_FALSE(hux::h264::detail::decode_vlc(r, tables().total_zeros_4x4()[1], 0xffffffu, v));
-}
-
-TEST(CavlcTables, Scans) {
-  // Both scans are permutations; zig-zag walks anti-diagonals.
   for (const int32_t* scan : {huxextras::kZigzag4x4, huxextras::kFieldScan4x4}) {
     int seen = 0;
     for (int i = 0; i < 16; ++i) seen |= 1 << scan[i];
     EXPECT_EQ(seen, 0xffff);
   }
-  for (int i = 1; i < 16; ++i) {
-    const int a = huxextras::kZigzag4x4[i - 1], b = huxextras::kZigzag4x4[i];
-    EXPECT_LE((a / 4 + a % 4), (b / 4 + b % 4));
-  }
 }
 
-// ------------------------------------------------------------ 4x4 helpers
+// ------------------------------------------------------------ 4x4 rules, both widths
 
-struct Out4x4 {
-  std::array<int16_t, 16 + 8> buf{};
-  int16_t* ptr = buf.data() + 4;
-  int16_t num = -99;
+struct HandCase {
+  const char* name;
+  const char* bits;
+  int off0, nC, maxNum;
+  bool field;
+  HuxResult status;
+  int num;   // -99: left as it was
+  int used;  // bits consumed
+  std::vector<std::pair<int, int>> levels;  // (scan index, level)
 };
 
-HuxResult call4x4(std::vector<uint32_t>& s, uint32_t*& p, int32_t& off, Out4x4& o, int nC, int maxNum,
-                  const int32_t* scan = huxextras::kZigzag4x4) {
-  return huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &o.num, &o.ptr, nC, static_cast<int16_t>(maxNum),
-                                          tables().coeff_token_4x4(), tables().total_zeros_4x4(),
-                                          tables().run_before(), scan);
+std::ostream& operator<<(std::ostream& os, const HandCase& c) { return os << c.name; }
+
+const char* const kZeros32 = "0000000000000000 0000000000000000";
+
+const HandCase kHandCases[] = {
+    // The textbook block 0 3 -1 0 / 0 -1 1 0 / 1 0 0 0 / 0 0 0 0, also across a word boundary.
+    {"textbook", "0000100 011 1 0010 111 10 1 1 01", 31, 0, 16, false, huxOk, 5, 24, {{1, 3}, {5, -1}, {4, -1}, {7, 1}, {3, 1}}},
+    {"textbook_at_5", "0000100 011 1 0010 111 10 1 1 01", 5, 1, 16, false, huxOk, 5, 24, {{1, 3}, {5, -1}, {4, -1}, {7, 1}, {3, 1}}},
+    // nC >= 8: six-bit tokens; "000011" empty, "000000" one level, no trailing
+    // ones: level "1" (prefix 0 with the bonus: magnitude 2), total_zeros "1".
+    {"nC8_empty", "000011 1", 31, 8, 16, false, huxOk, 0, 6, {}},
+    {"nC1000_empty", "000011 1", 31, 1000, 16, false, huxOk, 0, 6, {}},
+    {"nC9_one_level", "000000 1 1", 31, 9, 16, false, huxOk, 1, 8, {{0, 2}}},
+    {"nC16_one_level", "000000 1 1", 31, 16, 16, false, huxOk, 1, 8, {{0, 2}}},
+    // One trailing one (+1), total_zeros 0: maxNumCoeff 15 never writes scan position 0.
+    {"maxNum15_field", "01 0 1", 31, 0, 15, true, huxOk, 1, 4, {{0, 1}}},
+    {"maxNum16_field", "01 0 1", 31, 0, 16, true, huxOk, 1, 4, {{0, 1}}},
+    // Two levels, no trailing ones (nC0 "00000111"): first 5 (level code 8 - 2
+    // bonus = 6: prefix 6, suffixLength 0), then suffixLength 2: "1 01" = -1,
+    // which suffixLength 1 would read differently; total_zeros "111" = 0.
+    {"first_above_3_moves_suffix_to_2", "00000111 0000001 101 111", 31, 0, 16, false, huxOk, 2, 21, {{1, 5}, {0, -1}}},
+    // An empty block writes only the count.
+    {"empty", "1 1", 31, 0, 16, false, huxOk, 0, 1, {}},
+    // An invalid coeff_token restores the cursor and writes nothing.
+    {"invalid_token_at_31", kZeros32, 31, 0, 16, false, huxErrVLCCode, -99, 0, {}},
+    {"invalid_token_at_5", kZeros32, 5, 2, 16, false, huxErrVLCCode, -99, 0, {}},
+    {"invalid_token_at_0", kZeros32, 0, 4, 16, false, huxErrVLCCode, -99, 0, {}},
+};
+
+template <class Out>
+HuxResult decode4x4(uint32_t** p, int32_t* off, int16_t* num, Out** q, int nC, int maxNum,
+                    const uint32_t* const* tok, const uint32_t* const* tz, const uint32_t* const* rb, const int32_t* scan) {
+  if constexpr (sizeof(Out) == 2)
+    return huxiDecodeCAVLCCoeffs_H264_1u16s(p, off, num, q, nC, static_cast<int16_t>(maxNum), tok, tz, rb, scan);
+  else
+    return huxiDecodeCAVLCCoeffs_H264_1u32s(p, off, num, q, nC, maxNum, tok, tz, rb, scan);
 }
 
-// The textbook block: levels 0 3 -1 0 / 0 -1 1 0 / 1 0 0 0 / 0 0 0 0 with nC 0.
-TEST(CavlcRules, TextbookBlock) {
-  auto s = stream("0000100 011 1 0010 111 10 1 1 01");
+template <class Out>
+void run_hand(const HandCase& c) {
+  const CavlcTables& t = tables();
+  auto s = stream(c.bits, c.off0);
   uint32_t* p = s.data();
-  int32_t off = 31;
-  Out4x4 o;
-  ASSERT_EQ(call4x4(s, p, off, o, 0, 16), huxOk);
-  EXPECT_EQ(o.num, 5);
-  const int16_t want[16] = {0, 3, -1, 0, 0, -1, 1, 0, 1, 0, 0, 0, 0, 0, 0, 0};
-  EXPECT_EQ(std::memcmp(o.buf.data() + 4, want, sizeof want), 0);
-  EXPECT_EQ(o.ptr, o.buf.data() + 20);
-  EXPECT_EQ(p, s.data());
-  EXPECT_EQ(off, 31 - 24);
-}
-
-TEST(CavlcRules, FixedLengthTokenForNc8) {
-  for (int nC : {8, 9, 16, 1000}) {
-    // 000011: empty block, 6 bits.
-    auto s = stream("000011 1");
-    uint32_t* p = s.data();
-    int32_t off = 31;
-    Out4x4 o;
-    ASSERT_EQ(call4x4(s, p, off, o, nC, 16), huxOk);
-    EXPECT_EQ(o.num, 0);
-    EXPECT_EQ(o.ptr, o.buf.data() + 4);
-    EXPECT_EQ(off, 25);
-    // 000000: one coefficient, no trailing ones; level "1" (prefix 0 with the
-    // bonus: magnitude 2), total_zeros "1" = 0.
-    s = stream("000000 1 1");
-    p = s.data();
-    off = 31;
-    ASSERT_EQ(call4x4(s, p, off, o, nC, 16), huxOk);
-    EXPECT_EQ(o.num, 1);
-    EXPECT_EQ(o.buf[4], 2);
-    EXPECT_EQ(off, 31 - 8);
+  int32_t off = c.off0;
+  std::array<Out, 24> buf, want;
+  buf.fill(Out(0x55));
+  want.fill(Out(0x55));
+  Out* q = buf.data() + 4;
+  int16_t num = -99;
+  const int32_t* scan = c.field ? huxextras::kFieldScan4x4 : huxextras::kZigzag4x4;
+  EXPECT_EQ(decode4x4<Out>(&p, &off, &num, &q, c.nC, c.maxNum, t.coeff_token_4x4(), t.total_zeros_4x4(),
+                           t.run_before(), scan),
+            c.status);
+  EXPECT_EQ(num, c.num);
+  EXPECT_EQ((p - s.data()) * 32 + (c.off0 - off), c.used);
+  const bool wrote = c.status == huxOk && c.num > 0;
+  EXPECT_EQ(q, buf.data() + (wrote ? 20 : 4));
+  if (wrote) {
+    std::fill(want.begin() + 4, want.begin() + 20, Out(0));
+    for (auto [k, v] : c.levels) want[4 + scan[k + 16 - c.maxNum]] = static_cast<Out>(v);
   }
+  EXPECT_EQ(buf, want);
 }
 
-TEST(CavlcRules, MaxNumCoeff15NeverWritesScanPosition0) {
-  // One trailing one (+1), total_zeros 0.
-  for (int maxNum : {15, 16}) {
-    auto s = stream("01 0 1");
-    uint32_t* p = s.data();
-    int32_t off = 31;
-    Out4x4 o;
-    ASSERT_EQ(call4x4(s, p, off, o, 0, maxNum, huxextras::kFieldScan4x4), huxOk);
-    const int raster = huxextras::kFieldScan4x4[maxNum == 15 ? 1 : 0];
-    for (int i = 0; i < 16; ++i) EXPECT_EQ(o.buf[4 + i], i == raster ? 1 : 0);
-  }
-  // A full block with maxNumCoeff 15 reads no total_zeros and fills 1..15.
-  CavlcEncoder enc;
-  int32_t c[15];
-  for (int i = 0; i < 15; ++i) c[i] = i + 2;
-  WordBitWriter w;
-  enc.encode(w, c, 15, CavlcShape::k4x4, 0);
-  auto s = w.words(1, 0xffffffffu);
-  uint32_t* p = s.data();
-  int32_t off = 31;
-  Out4x4 o;
-  ASSERT_EQ(call4x4(s, p, off, o, 0, 15), huxOk);
-  EXPECT_EQ(o.num, 15);
-  EXPECT_EQ(o.buf[4 + 0], 0);
-  for (int i = 0; i < 15; ++i) EXPECT_EQ(o.buf[4 + huxextras::kZigzag4x4[i + 1]], i + 2);
-  EXPECT_EQ((p - s.data()) * 32 + 31 - off, w.bits());
-}
-
-TEST(CavlcRules, FirstMagnitudeAbove3MovesSuffixLengthTo2) {
-  // Two levels, no trailing ones: first 5 (level code 8 - 2 bonus = 6:
-  // prefix 6, suffixLength 0), second with suffixLength 2: "1 01" = prefix 0,
-  // suffix 01 -> magnitude 1, negative. Read with suffixLength 1 the same bits
-  // would give a different level and length.
-  // coeff_token nC0 TC2 T1 0 = 00000111; total_zeros(TC2) "111" = 0; run_before
-  // zerosLeft 0: none.
-  auto s = stream("00000111 0000001 101 111");
-  uint32_t* p = s.data();
-  int32_t off = 31;
-  Out4x4 o;
-  ASSERT_EQ(call4x4(s, p, off, o, 0, 16), huxOk);
-  EXPECT_EQ(o.num, 2);
-  EXPECT_EQ(o.buf[4 + huxextras::kZigzag4x4[1]], 5);
-  EXPECT_EQ(o.buf[4 + huxextras::kZigzag4x4[0]], -1);
-  EXPECT_EQ(off, 31 - 21);
-}
+class CavlcRules : public ::testing::TestWithParam<HandCase> {};
+TEST_P(CavlcRules, Blocks16) { run_hand<int16_t>(GetParam()); }
+TEST_P(CavlcRules, Blocks32) { run_hand<int32_t>(GetParam()); }
+INSTANTIATE_TEST_SUITE_P(Streams, CavlcRules, ::testing::ValuesIn(kHandCases),
+                         [](const ::testing::TestParamInfo<HandCase>& i) { return std::string(i.param.name); });
 
 // An escape whose level code exceeds 16 bits: both widths wrap the code
 // modulo 65536 before taking the sign.
-TEST(CavlcRules, EscapeWrapsModulo65536) {
+TEST(CavlcEscape, WrapsModulo65536) {
+  const CavlcTables& t = tables();
   for (int32_t level : {40000, -40000, 32768, -32768, 65535, 70001}) {
     const int64_t code = level > 0 ? 2 * int64_t{level} - 2 : -2 * int64_t{level} - 1;
     const uint32_t wrapped = static_cast<uint32_t>(code) & 0xffffu;
@@ -249,12 +217,10 @@ TEST(CavlcRules, EscapeWrapsModulo65536) {
     auto s = w.words();
     uint32_t* p = s.data();
     int32_t off = 31;
-    std::array<int32_t, 16> b32{};
-    int32_t* q = b32.data();
-    int16_t num = 0;
-    ASSERT_EQ(huxiDecodeCAVLCCoeffs_H264_1u32s(&p, &off, &num, &q, 8, 16, tables().coeff_token_4x4(),
-                                               tables().total_zeros_4x4(), tables().run_before(),
-                                               huxextras::kZigzag4x4),
+    int32_t b32[16] = {}, *q = b32;
+    int16_t b16[16] = {}, *q16 = b16, num = 0;
+    ASSERT_EQ(decode4x4<int32_t>(&p, &off, &num, &q, 8, 16, t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(),
+                                 huxextras::kZigzag4x4),
               huxOk);
     EXPECT_EQ(b32[0], want) << level;
     EXPECT_GE(b32[0], -32768);
@@ -262,44 +228,31 @@ TEST(CavlcRules, EscapeWrapsModulo65536) {
     EXPECT_EQ((p - s.data()) * 32 + 31 - off, w.bits());
     p = s.data();
     off = 31;
-    Out4x4 o;
-    ASSERT_EQ(call4x4(s, p, off, o, 8, 16), huxOk);
-    EXPECT_EQ(o.buf[4], static_cast<int16_t>(want));
+    ASSERT_EQ(decode4x4<int16_t>(&p, &off, &num, &q16, 8, 16, t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(),
+                                 huxextras::kZigzag4x4),
+              huxOk);
+    EXPECT_EQ(b16[0], static_cast<int16_t>(want));
   }
-}
-
-TEST(CavlcRules, InvalidCoeffTokenRestoresTheCursor) {
-  for (int off0 : {31, 5, 0}) {
-    auto s = stream("0000000000000000 0000000000000000", off0);
-    uint32_t* p = s.data();
-    int32_t off = off0;
-    Out4x4 o;
-    const auto before = o.buf;
-    EXPECT_EQ(call4x4(s, p, off, o, 0, 16), huxErrVLCCode);
-    EXPECT_EQ(p, s.data());
-    EXPECT_EQ(off, off0);
-    EXPECT_EQ(o.num, -99);
-    EXPECT_EQ(o.buf, before);
-    EXPECT_EQ(o.ptr, o.buf.data() + 4);
-  }
-  // The 2x4 chroma DC decoder too.
-  auto s = stream("0000000000000000 0000000000000000", 3);
-  uint32_t* p = s.data();
-  int32_t off = 3;
-  int16_t b[8] = {7, 7, 7, 7, 7, 7, 7, 7};
-  int16_t* q = b;
-  int16_t num = -99;
-  EXPECT_EQ(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s(&p, &off, &num, &q, tables().coeff_token_chroma422(),
-                                                         tables().total_zeros_chroma422(), tables().run_before()),
-            huxErrVLCCode);
-  EXPECT_EQ(p, s.data());
-  EXPECT_EQ(off, 3);
-  EXPECT_EQ(num, -99);
-  EXPECT_EQ(b[0], 7);
 }
 
 // A table whose every entry is the invalid marker.
 const uint32_t kAllInvalid[3] = {1, 0xF0F1u << 8, 0xF0F1u << 8};
+
+struct Out4x4 {
+  std::array<int16_t, 16 + 8> buf{};
+  int16_t* ptr = buf.data() + 4;
+  int16_t num = -99;
+};
+
+HuxResult call4x4(const char* bits, int32_t& off, Out4x4& o, int nC, const uint32_t* const* tok,
+                  const uint32_t* const* tz, const uint32_t* const* rb) {
+  auto s = stream(bits);
+  uint32_t* p = s.data();
+  off = 31;
+  const HuxResult st = decode4x4<int16_t>(&p, &off, &o.num, &o.ptr, nC, 16, tok, tz, rb, huxextras::kZigzag4x4);
+  EXPECT_EQ(p, s.data());
+  return st;
+}
 
 TEST(CavlcFailures, WhatIsLeftBehind) {
   const CavlcTables& t = tables();
@@ -308,15 +261,11 @@ TEST(CavlcFailures, WhatIsLeftBehind) {
   const uint32_t* tzBad[16];
   for (auto& x : tzBad) x = kAllInvalid;
   for (int variant = 0; variant < 2; ++variant) {
-    auto s = stream("001 01 0 0");
-    uint32_t* p = s.data();
-    int32_t off = 31;
     Out4x4 o;
     o.buf.fill(5);
-    const HuxResult st = huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &o.num, &o.ptr, 0, 16, t.coeff_token_4x4(),
-                                                          variant ? tzBad : tzNull, t.run_before(),
-                                                          huxextras::kZigzag4x4);
-    EXPECT_EQ(st, variant ? huxErrVLCCode : huxErrNullPtr);
+    int32_t off;
+    EXPECT_EQ(call4x4("001 01 0 0", off, o, 0, t.coeff_token_4x4(), variant ? tzBad : tzNull, t.run_before()),
+              variant ? huxErrVLCCode : huxErrNullPtr);
     EXPECT_EQ(o.num, 2);
     EXPECT_EQ(o.ptr, o.buf.data() + 4);  // not advanced
     for (int i = 0; i < 16; ++i) EXPECT_EQ(o.buf[4 + i], 0);  // zeroed
@@ -325,58 +274,38 @@ TEST(CavlcFailures, WhatIsLeftBehind) {
     // Behind the token and signs; an invalid code also keeps its examined bit.
     EXPECT_EQ(off, 31 - 5 - variant);
   }
-  // run_before missing: the first level is placed before the failure.
-  {
-    // TC 2 T1 2, signs ++, total_zeros(TC2) "101" = 2 -> run_before needed.
-    auto s = stream("001 00 101 1");
+  {  // run_before missing: TC 2 T1 2, signs ++, total_zeros(TC2) "101" = 2.
     const uint32_t* rbNull[16] = {};
-    uint32_t* p = s.data();
-    int32_t off = 31;
     Out4x4 o;
-    EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &o.num, &o.ptr, 0, 16, t.coeff_token_4x4(),
-                                               t.total_zeros_4x4(), rbNull, huxextras::kZigzag4x4),
-              huxErrNullPtr);
+    int32_t off;
+    EXPECT_EQ(call4x4("001 00 101 1", off, o, 0, t.coeff_token_4x4(), t.total_zeros_4x4(), rbNull), huxErrNullPtr);
     EXPECT_EQ(off, 31 - 8);
-    int nonzero = 0;
-    for (int i = 0; i < 16; ++i) nonzero += o.buf[4 + i] != 0;
-    EXPECT_EQ(nonzero, 0);  // the run of the first level is needed before it is placed
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(o.buf[4 + i], 0);  // the run of the first level is needed before it is placed
   }
-  // A null coeff_token table consumes nothing.
-  {
+  {  // A null coeff_token table consumes nothing; nC >= 8 needs none.
     const uint32_t* tok[3] = {t.coeff_token_4x4()[0], nullptr, t.coeff_token_4x4()[2]};
-    auto s = stream("1");
-    uint32_t* p = s.data();
-    int32_t off = 31;
     Out4x4 o;
-    EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &o.num, &o.ptr, 3, 16, tok, t.total_zeros_4x4(),
-                                               t.run_before(), huxextras::kZigzag4x4),
-              huxErrNullPtr);
+    int32_t off;
+    EXPECT_EQ(call4x4("1", off, o, 3, tok, t.total_zeros_4x4(), t.run_before()), huxErrNullPtr);
     EXPECT_EQ(off, 31);
     EXPECT_EQ(o.num, -99);
-    // nC >= 8 needs no table.
-    auto s2 = stream("000011");
-    p = s2.data();
-    EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &o.num, &o.ptr, 8, 16, tok, t.total_zeros_4x4(),
-                                               t.run_before(), huxextras::kZigzag4x4),
-              huxOk);
+    EXPECT_EQ(call4x4("000011", off, o, 8, tok, t.total_zeros_4x4(), t.run_before()), huxOk);
     EXPECT_EQ(o.num, 0);
     EXPECT_EQ(off, 25);
   }
-}
-
-TEST(CavlcFailures, EmptyBlockWritesOnlyTheCount) {
-  auto s = stream("1 1");
+  // The 2x4 chroma DC decoder restores the cursor on an invalid coeff_token too.
+  auto s = stream(kZeros32, 3);
   uint32_t* p = s.data();
-  int32_t off = 31;
-  Out4x4 o;
-  o.buf.fill(9);
-  ASSERT_EQ(call4x4(s, p, off, o, 0, 16), huxOk);
-  EXPECT_EQ(o.num, 0);
-  EXPECT_EQ(o.ptr, o.buf.data() + 4);
-  for (auto v : o.buf) EXPECT_EQ(v, 9);
-  // The next coded block lands where this one would have.
-  ASSERT_EQ(call4x4(s, p, off, o, 0, 16), huxOk);  // "1" again: empty
-  EXPECT_EQ(off, 29);
+  int32_t off = 3;
+  int16_t b[8] = {7, 7, 7, 7, 7, 7, 7, 7}, *q = b, num = -99;
+  EXPECT_EQ(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s(&p, &off, &num, &q, t.coeff_token_chroma422(),
+                                                         t.total_zeros_chroma422(), t.run_before()),
+            huxErrVLCCode);
+  EXPECT_EQ(p, s.data());
+  EXPECT_EQ(off, 3);
+  EXPECT_EQ(num, -99);
+  EXPECT_EQ(q, b);
+  for (int16_t x : b) EXPECT_EQ(x, 7);
 }
 
 // ------------------------------------------------------------ check orders
@@ -392,49 +321,45 @@ struct Args4x4 {
   int32_t* bp32 = blk32;
 };
 
-TEST(CavlcChecks, Order4x4) {
+// Argument `nullArg` (0..7 in the order of the pointers) passed as null.
+HuxResult run4x4(bool wide, Args4x4& a, int nullArg, int32_t nC, int32_t maxNum) {
   const CavlcTables& t = tables();
-  auto run16 = [&](Args4x4& a, int nullArg, int32_t nC, int32_t maxNum) {
-    return huxiDecodeCAVLCCoeffs_H264_1u16s(
-        nullArg == 0 ? nullptr : &a.wp, nullArg == 1 ? nullptr : &a.off, nullArg == 2 ? nullptr : &a.num,
-        nullArg == 3 ? nullptr : &a.bp, nC, static_cast<int16_t>(maxNum), nullArg == 4 ? nullptr : t.coeff_token_4x4(),
-        nullArg == 5 ? nullptr : t.total_zeros_4x4(), nullArg == 6 ? nullptr : t.run_before(),
-        nullArg == 7 ? nullptr : huxextras::kZigzag4x4);
-  };
-  auto run32 = [&](Args4x4& a, int nullArg, int32_t nC, int32_t maxNum) {
-    return huxiDecodeCAVLCCoeffs_H264_1u32s(
-        nullArg == 0 ? nullptr : &a.wp, nullArg == 1 ? nullptr : &a.off, nullArg == 2 ? nullptr : &a.num,
-        nullArg == 3 ? nullptr : &a.bp32, nC, maxNum, nullArg == 4 ? nullptr : t.coeff_token_4x4(),
-        nullArg == 5 ? nullptr : t.total_zeros_4x4(), nullArg == 6 ? nullptr : t.run_before(),
-        nullArg == 7 ? nullptr : huxextras::kZigzag4x4);
-  };
-  for (int w = 0; w < 2; ++w) {
-    auto run = [&](Args4x4& a, int n, int32_t nC, int32_t m) { return w ? run32(a, n, nC, m) : run16(a, n, nC, m); };
+  auto arg = [&](int k, auto* v) { return nullArg == k ? nullptr : v; };
+  const auto* tok = arg(4, t.coeff_token_4x4());
+  const auto* tz = arg(5, t.total_zeros_4x4());
+  const auto* rb = arg(6, t.run_before());
+  const auto* scan = arg(7, huxextras::kZigzag4x4);
+  if (wide) return decode4x4<int32_t>(arg(0, &a.wp), arg(1, &a.off), arg(2, &a.num), arg(3, &a.bp32), nC, maxNum, tok, tz, rb, scan);
+  return decode4x4<int16_t>(arg(0, &a.wp), arg(1, &a.off), arg(2, &a.num), arg(3, &a.bp), nC, maxNum, tok, tz, rb, scan);
+}
+
+TEST(CavlcChecks, Order4x4) {
+  for (bool w : {false, true}) {
     for (int n = 0; n < 8; ++n) {
       Args4x4 a;
-      EXPECT_EQ(run(a, n, -1, 3), huxErrNullPtr) << n;  // pointers before ranges
+      EXPECT_EQ(run4x4(w, a, n, -1, 3), huxErrNullPtr) << n;  // pointers before ranges
       EXPECT_EQ(a.num, -99);
     }
     Args4x4 a;
     a.wp = nullptr;
-    EXPECT_EQ(run(a, -1, -1, 3), huxErrNullPtr);
+    EXPECT_EQ(run4x4(w, a, -1, -1, 3), huxErrNullPtr);
     Args4x4 b;
     b.bp = nullptr;
     b.bp32 = nullptr;
-    EXPECT_EQ(run(b, -1, -1, 3), huxErrNullPtr);
+    EXPECT_EQ(run4x4(w, b, -1, -1, 3), huxErrNullPtr);
     Args4x4 c;
-    EXPECT_EQ(run(c, -1, -1, 3), huxErrOutOfRange);  // maxNumCoeff before vlcSelect
-    EXPECT_EQ(run(c, -1, -1, 16), huxErrOutOfRange);
-    EXPECT_EQ(run(c, -1, 0, 14), huxErrOutOfRange);
-    EXPECT_EQ(run(c, -1, 0, 0), huxErrOutOfRange);
+    EXPECT_EQ(run4x4(w, c, -1, -1, 3), huxErrOutOfRange);  // maxNumCoeff before vlcSelect
+    EXPECT_EQ(run4x4(w, c, -1, -1, 16), huxErrOutOfRange);
+    EXPECT_EQ(run4x4(w, c, -1, 0, 14), huxErrOutOfRange);
+    EXPECT_EQ(run4x4(w, c, -1, 0, 0), huxErrOutOfRange);
     EXPECT_EQ(c.num, -99);
     EXPECT_EQ(c.off, 31);
-    EXPECT_EQ(run(c, -1, 0, 15), huxOk);  // "1": empty block
+    EXPECT_EQ(run4x4(w, c, -1, 0, 15), huxOk);  // "1": empty block
     EXPECT_EQ(c.num, 0);
   }
-  // The 16-bit form looks at the low 16 bits only; the 32-bit form at all.
+  // The 32-bit form looks at all bits of maxNumCoeff.
   Args4x4 d;
-  EXPECT_EQ(run32(d, -1, 0, 0x10010), huxErrOutOfRange);
+  EXPECT_EQ(run4x4(true, d, -1, 0, 0x10010), huxErrOutOfRange);
 }
 
 TEST(CavlcChecks, ChromaDcEagerAndLazy) {

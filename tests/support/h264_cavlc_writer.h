@@ -19,16 +19,13 @@ class WordBitWriter {
   // The first word starts with 31 - startOffset junk bits (all ones or the
   // given pattern), so the stream begins at bit `startOffset` of word 0.
   explicit WordBitWriter(int startOffset = 31, uint32_t junk = 0xffffffffu) {
-    const int skip = 31 - startOffset;
-    if (skip) put(junk >> (32 - skip), skip);
+    if (startOffset < 31) put(junk >> (startOffset + 1), 31 - startOffset);
   }
-
   void put(uint32_t v, int n) {  // n = 0..32, low n bits of v
     if (n <= 0) return;
     if (n < 32) v &= (1u << n) - 1u;
-    const int used = static_cast<int>(bits_ & 31);
+    const int used = static_cast<int>(bits_ & 31), room = 32 - used;
     if (used == 0) words_.push_back(0);
-    const int room = 32 - used;
     if (n <= room) {
       words_.back() |= v << (room - n);
     } else {
@@ -37,24 +34,15 @@ class WordBitWriter {
     }
     bits_ += n;
   }
-  void put_bit(uint32_t b) {
-    if ((bits_ & 31) == 0) words_.push_back(0);
-    if (b) words_.back() |= 1u << (31 - (bits_ & 31));
-    ++bits_;
-  }
+  void put_bit(uint32_t b) { put(b, 1); }
   void put_code(const huxextras::Code& c) { put(c.bits, c.len); }
-
   int64_t bits() const { return bits_; }
-  // Word pointer index and offset of the next bit to be written.
-  int64_t word_index() const { return bits_ >> 5; }
-  int32_t offset() const { return 31 - static_cast<int32_t>(bits_ & 31); }
-
   // The stream padded with `pad` further words (for the decoders' look-ahead)
   // filled with `fill`.
   std::vector<uint32_t> words(int pad = 1, uint32_t fill = 0) const {
     std::vector<uint32_t> w = words_;
     if (bits_ & 31) w.back() |= fill & ((1u << (32 - (bits_ & 31))) - 1u);
-    for (int i = 0; i < pad; ++i) w.push_back(fill);
+    w.insert(w.end(), static_cast<size_t>(pad), fill);
     return w;
   }
 
@@ -73,9 +61,9 @@ class CavlcEncoder {
     for (int k = 0; k < 5; ++k)
       for (const huxextras::CoeffTokenRow& r : huxextras::kCoeffTokenCodes)
         if (*r.code[k]) token_[k][r.totalCoeff][r.trailingOnes] = huxextras::parse_code(r.code[k], 0);
-    load(tz4x4_, huxextras::total_zeros_4x4_codes());
-    load(tz420_, huxextras::total_zeros_420_codes());
-    load(tz422_, huxextras::total_zeros_422_codes());
+    load(tz_[0], huxextras::total_zeros_4x4_codes());
+    load(tz_[1], huxextras::total_zeros_420_codes());
+    load(tz_[2], huxextras::total_zeros_422_codes());
     load(rb_, huxextras::run_before_codes());
   }
 
@@ -85,18 +73,12 @@ class CavlcEncoder {
   // ignore it. Level codes must fit the escape range of 16-bit magnitudes
   // unless the test wants the wrap.
   void encode(WordBitWriter& w, const int32_t* coeffs, int maxNum, CavlcShape shape, int nC = 0) const {
-    int pos[16];
+    int pos[16], total = 0, t1 = 0;
     int32_t lv[16];
-    int total = 0;
     for (int i = maxNum - 1; i >= 0; --i)
-      if (coeffs[i]) {
-        pos[total] = i;
-        lv[total++] = coeffs[i];
-      }
-    int t1 = 0;
+      if (coeffs[i]) pos[total] = i, lv[total++] = coeffs[i];
     while (t1 < total && t1 < 3 && std::abs(lv[t1]) == 1) ++t1;
 
-    // coeff_token
     if (shape == CavlcShape::k4x4 && nC >= 8) {
       w.put(total == 0 ? 3u : static_cast<uint32_t>(((total - 1) << 2) | t1), 6);
     } else {
@@ -106,7 +88,6 @@ class CavlcEncoder {
       w.put_code(c);
     }
     if (total == 0) return;
-
     for (int i = 0; i < t1; ++i) w.put_bit(lv[i] < 0 ? 1u : 0u);  // first coefficient first
 
     int suffixLength = (total > 10 && t1 < 3) ? 1 : 0;
@@ -121,8 +102,7 @@ class CavlcEncoder {
     int zerosLeft = 0;
     if (total < maxNum) {
       zerosLeft = pos[0] + 1 - total;
-      const auto& tz = shape == CavlcShape::kChroma420 ? tz420_ : shape == CavlcShape::kChroma422 ? tz422_ : tz4x4_;
-      w.put_code(tz.at(total).at(zerosLeft));
+      w.put_code(tz_[static_cast<int>(shape)].at(total).at(zerosLeft));
     }
     for (int k = 0; k + 1 < total && zerosLeft > 0; ++k) {
       const int run = pos[k] - pos[k + 1] - 1;
@@ -134,36 +114,22 @@ class CavlcEncoder {
   // A level code with its prefix and suffix for the given suffixLength.
   static void put_level(WordBitWriter& w, int64_t code, int suffixLength) {
     int64_t rest;  // what is left beyond the prefix-15 threshold
+    if (suffixLength == 0 && code < 14) return put_prefix(w, static_cast<int>(code));
+    if (suffixLength == 0 && code < 30) return put_prefix(w, 14), w.put(static_cast<uint32_t>(code - 14), 4);
     if (suffixLength == 0) {
-      if (code < 14) {
-        put_prefix(w, static_cast<int>(code));
-        return;
-      }
-      if (code < 30) {
-        put_prefix(w, 14);
-        w.put(static_cast<uint32_t>(code - 14), 4);
-        return;
-      }
       rest = code - 30;
+    } else if (code < (int64_t{15} << suffixLength)) {
+      put_prefix(w, static_cast<int>(code >> suffixLength));
+      return w.put(static_cast<uint32_t>(code & ((1 << suffixLength) - 1)), suffixLength);
     } else {
-      if (code < (int64_t{15} << suffixLength)) {
-        put_prefix(w, static_cast<int>(code >> suffixLength));
-        w.put(static_cast<uint32_t>(code & ((1 << suffixLength) - 1)), suffixLength);
-        return;
-      }
       rest = code - (int64_t{15} << suffixLength);
     }
-    if (rest < 4096) {
-      put_prefix(w, 15);
-      w.put(static_cast<uint32_t>(rest), 12);
-      return;
-    }
+    if (rest < 4096) return put_prefix(w, 15), w.put(static_cast<uint32_t>(rest), 12);
     int prefix = 16;
     while (rest >= (int64_t{1} << (prefix - 2)) - 4096) ++prefix;
     put_prefix(w, prefix);
     w.put(static_cast<uint32_t>(rest - ((int64_t{1} << (prefix - 3)) - 4096)), prefix - 3);
   }
-
   static void put_prefix(WordBitWriter& w, int zeros) {
     for (; zeros > 31; zeros -= 31) w.put(0, 31);
     w.put(1, zeros + 1);
@@ -176,9 +142,8 @@ class CavlcEncoder {
     for (size_t i = 0; i < src.size(); ++i)
       for (const char* s : src[i]) dst[i].push_back(huxextras::parse_code(s, 0));
   }
-
   huxextras::Code token_[5][17][4] = {};
-  Lists tz4x4_, tz420_, tz422_, rb_;
+  Lists tz_[3], rb_;
 };
 
 // Exp-Golomb code of codeNum (up to 2^31 - 1 here).
@@ -188,6 +153,16 @@ inline void put_exp_golomb(WordBitWriter& w, uint32_t codeNum) {
   while ((v >> (m + 1)) != 0) ++m;
   w.put(0, m);
   w.put(static_cast<uint32_t>(v), m + 1);
+}
+
+// The caller-side decoding tables and an encoder, built once per test program.
+inline const huxextras::CavlcTables& cavlc_tables() {
+  static const huxextras::CavlcTables t;
+  return t;
+}
+inline const CavlcEncoder& cavlc_encoder() {
+  static const CavlcEncoder e;
+  return e;
 }
 
 }  // namespace hux::test
