@@ -1,7 +1,7 @@
 // H.264 dequantisation and inverse transforms through the exports: against a
 // plain model of the standard's equations on every QP (inputs kept where no
-// 16-bit pass can overflow), hand-computed cases where the passes wrap or
-// saturate, the check order, and nothing written on failure.
+// 16-bit pass can overflow), a table of hand-computed cases where the passes
+// wrap, saturate or clamp, the check order, and nothing written on failure.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -117,97 +117,65 @@ std::vector<T> to(const Mat& m) {
 }
 
 // ---------------------------------------------------------------- model tests, every QP
-TEST(TransformModel, DequantTransformResidualInPlace) {
-  Rng rng(11);
-  for (int qp = 0; qp <= 51; ++qp)
-    for (int t = 0; t < 24; ++t) {
-      const bool useDC = t & 1, ac = (t & 2) != 0;
-      const int step = 8 + 2 * (t % 5);  // bytes
-      Mat c = levels(rng, 16, 32000, [&](int k) { return int64_t{v(qp % 6, k)} << (qp / 6); });
-      const int16_t dc = static_cast<int16_t>(std::uniform_int_distribution<int>(-2000, 2000)(rng));
-      Mat d(16);
-      for (int k = 0; k < 16; ++k) d[k] = scale4x4(c[k], flatLS(qp % 6, k), qp);
-      if (useDC) d[0] = dc;
-      if (l1(d) > 32000) continue;
-      Mat expect = ac ? inv4x4(d) : Mat(16, (d[0] + 32) >> 6);
-      Guarded g(3 * step + 8);
-      for (int k = 0; k < 16; ++k) {
-        const int16_t level = static_cast<int16_t>(c[k]);
-        std::memcpy(g.data() + (k / 4) * step + 2 * (k % 4), &level, 2);
-      }
-      ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(g.as<int16_t>(), step, useDC ? &dc : nullptr, ac, qp), huxOk);
-      for (int k = 0; k < 16; ++k) {
-        int16_t got;
-        std::memcpy(&got, g.data() + (k / 4) * step + 2 * (k % 4), 2);
-        ASSERT_EQ(got, expect[k]) << "qp " << qp << " t " << t << " k " << k;
-      }
-      ASSERT_TRUE(g.intact());
-    }
-}
 
-// The prediction-adding 4x4 forms, 8-bit and high bit depth.
-TEST(TransformModel, InverseWithPredictionAdd4x4) {
+// The 4x4 residual forms on the same blocks: in place (any row step, nothing
+// written beside the rows), added to an 8-bit prediction (flat or LevelScale),
+// added to a high-bit-depth prediction up to QP 87.
+TEST(TransformModel, Residual4x4AllForms) {
   Rng rng(12);
   for (int qp = 0; qp <= 87; ++qp)
-    for (int t = 0; t < 24; ++t) {
+    for (int t = 0; t < 32; ++t) {
       const bool useDC = t & 1, ac = (t & 2) != 0, flat = (t & 4) != 0;
       std::vector<int16_t> scale(16);
       for (auto& s : scale) s = static_cast<int16_t>(std::uniform_int_distribution<int>(1, 255)(rng) * 16);
       auto ls = [&](int k) { return flat ? flatLS(qp % 6, k) : scale[k]; };
-      auto dqmag = [&](int k) { return std::max<int64_t>(1, scale4x4(1, ls(k), qp)); };
       const int64_t cap = qp <= 51 ? 32000 : (int64_t{1} << 28);
-      Mat c = levels(rng, 16, cap, dqmag);
+      Mat c = levels(rng, 16, cap, [&](int k) { return std::max<int64_t>(1, scale4x4(1, ls(k), qp)); });
       Mat d(16);
       for (int k = 0; k < 16; ++k) d[k] = scale4x4(c[k], ls(k), qp);
-      const int64_t dcv = std::uniform_int_distribution<int>(-2000, 2000)(rng);
+      const int64_t dcv = std::uniform_int_distribution<int>(-3000, 3000)(rng);
       if (useDC) d[0] = dcv;
       if (l1(d) > cap) continue;
       const Mat res = ac ? inv4x4(d) : Mat(16, (d[0] + 32) >> 6);
       const int bd = 9 + t % 6;
-      std::vector<int16_t> pred8(64);
-      std::vector<uint16_t> pred16(64);
-      hux::test::fill_random(rng, pred8.data(), 64, 0, 255);
-      hux::test::fill_random(rng, pred16.data(), 64, 0, (1 << bd) - 1);
-      if (qp <= 51) {  // 8-bit form: prediction step 16 bytes, destination step 8
-        std::vector<uint8_t> p(64), dst(32, 0xEE);
-        for (int k = 0; k < 64; ++k) p[k] = static_cast<uint8_t>(pred8[k]);
-        std::vector<int16_t> coef = to<int16_t>(c);
-        const int16_t dc16 = static_cast<int16_t>(dcv);
-        ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(p.data(), 16, coef.data(), useDC ? &dc16 : nullptr,
+      const std::vector<uint8_t> p8 = hux::test::random_bytes(rng, 64);
+      std::vector<uint16_t> p16(64);
+      hux::test::fill_random(rng, p16.data(), 64, 0, (1 << bd) - 1);
+      const int16_t dc16 = static_cast<int16_t>(dcv);
+      const int32_t dc32 = static_cast<int32_t>(dcv);
+      std::vector<int16_t> coef = to<int16_t>(c);
+      std::vector<int32_t> coef32 = to<int32_t>(c);
+      if (qp <= 51) {  // 8-bit forms: prediction step 16 bytes, destination step 5 or 8
+        std::vector<uint8_t> dst(32, 0xEE);
+        ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(p8.data(), 16, coef.data(), useDC ? &dc16 : nullptr,
                                                                 dst.data(), 8, qp, ac, flat ? nullptr : scale.data()),
                   huxOk);
         for (int k = 0; k < 16; ++k)
-          ASSERT_EQ(dst[(k / 4) * 8 + k % 4], clip(res[k] + p[(k / 4) * 16 + k % 4], 255)) << qp << " " << t;
+          ASSERT_EQ(dst[(k / 4) * 8 + k % 4], clip(res[k] + p8[(k / 4) * 16 + k % 4], 255)) << qp << " " << t;
       }
-      std::vector<int32_t> coef32 = to<int32_t>(c);
+      if (qp <= 51 && flat) {
+        std::vector<uint8_t> dst(20, 0xEE);
+        ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(p8.data(), coef.data(), useDC ? &dc16 : nullptr,
+                                                                  dst.data(), 16, 5, qp, ac),
+                  huxOk);
+        for (int k = 0; k < 16; ++k) ASSERT_EQ(dst[(k / 4) * 5 + k % 4], clip(res[k] + p8[(k / 4) * 16 + k % 4], 255));
+        const int step = 8 + 2 * (t % 5);  // bytes
+        Guarded g(3 * step + 8);
+        for (int k = 0; k < 16; ++k) std::memcpy(g.data() + (k / 4) * step + 2 * (k % 4), &coef[k], 2);
+        ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(g.as<int16_t>(), step, useDC ? &dc16 : nullptr, ac, qp), huxOk);
+        for (int k = 0; k < 16; ++k) {
+          int16_t got;
+          std::memcpy(&got, g.data() + (k / 4) * step + 2 * (k % 4), 2);
+          ASSERT_EQ(got, res[k]) << "qp " << qp << " t " << t << " k " << k;
+        }
+        ASSERT_TRUE(g.intact());
+      }
       std::vector<uint16_t> dst(32, 0xEEEE);
-      const int32_t dc32 = static_cast<int32_t>(dcv);
-      ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred16.data(), 32, coef32.data(), useDC ? &dc32 : nullptr,
+      ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(p16.data(), 32, coef32.data(), useDC ? &dc32 : nullptr,
                                                               dst.data(), 16, qp, ac, bd, flat ? nullptr : scale.data()),
                 huxOk);
       for (int k = 0; k < 16; ++k)
-        ASSERT_EQ(dst[(k / 4) * 8 + k % 4], clip(res[k] + pred16[(k / 4) * 16 + k % 4], (1 << bd) - 1)) << qp << " " << t;
-    }
-}
-
-TEST(TransformModel, DequantTransformResidualAndAdd) {
-  Rng rng(13);
-  for (int qp = 0; qp <= 51; ++qp)
-    for (int t = 0; t < 16; ++t) {
-      const bool useDC = t & 1, ac = (t & 2) != 0;
-      Mat c = levels(rng, 16, 32000, [&](int k) { return int64_t{v(qp % 6, k)} << (qp / 6); });
-      Mat d(16);
-      for (int k = 0; k < 16; ++k) d[k] = scale4x4(c[k], flatLS(qp % 6, k), qp);
-      const int16_t dc = static_cast<int16_t>(std::uniform_int_distribution<int>(-3000, 3000)(rng));
-      if (useDC) d[0] = dc;
-      if (l1(d) > 32000) continue;
-      const Mat res = ac ? inv4x4(d) : Mat(16, (d[0] + 32) >> 6);
-      std::vector<uint8_t> pred = hux::test::random_bytes(rng, 4 * 12), dst(4 * 5, 0xEE);
-      std::vector<int16_t> coef = to<int16_t>(c);
-      ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred.data(), coef.data(), useDC ? &dc : nullptr,
-                                                                dst.data(), 12, 5, qp, ac),
-                huxOk);
-      for (int k = 0; k < 16; ++k) ASSERT_EQ(dst[(k / 4) * 5 + k % 4], clip(res[k] + pred[(k / 4) * 12 + k % 4], 255));
+        ASSERT_EQ(dst[(k / 4) * 8 + k % 4], clip(res[k] + p16[(k / 4) * 16 + k % 4], (1 << bd) - 1)) << qp << " " << t;
     }
 }
 
@@ -405,212 +373,136 @@ TEST(TransformModel, SwitchingPictures) {
   EXPECT_GT(ranDC, 300);
 }
 
-// ---------------------------------------------------------------- widths, by hand
+// ---------------------------------------------------------------- wraps, saturations, clamps, by hand
 
-// Column pass of the in-place residual: the butterflies fit 16 bits, the last
-// sums (39936) do not, and are formed in 32 bits. DC 19968 given, level 1536 at
-// (1, 0) x 13 at QP 0 = 19968: every column is 624, 468, 156, 0 down the rows.
-TEST(TransformWidths, InPlaceResidualFinalSumIn32Bits) {
-  int16_t b[16] = {};
-  b[4] = 1536;
-  const int16_t dc = 19968;
-  ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 1, 0), huxOk);
-  const int16_t col[4] = {624, 468, 156, 0};
-  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], col[k / 4]) << k;
+using Vals = std::vector<int64_t>;
+template <class T>
+Vals V(const T* p, int n) {
+  return Vals(p, p + n);
 }
+Vals all(int n, int64_t v) { return Vals(n, v); }
+Vals rows(Vals r) {  // a 4x4 block whose row i is r[i] throughout
+  Vals o;
+  for (int k = 0; k < 16; ++k) o.push_back(r[k / 4]);
+  return o;
+}
+Vals cols(Vals c) {  // a 4x4 block whose column j is c[j] throughout
+  Vals o;
+  for (int k = 0; k < 16; ++k) o.push_back(c[k % 4]);
+  return o;
+}
+Vals cat(std::initializer_list<Vals> parts) {
+  Vals o;
+  for (const Vals& p : parts) o.insert(o.end(), p.begin(), p.end());
+  return o;
+}
+void ok(HuxResult r) { EXPECT_EQ(r, huxOk); }
 
-// Row pass of the in-place residual wraps: row 0 = 30000, 0, 5000, 0 gives
-// e = 35000 -> -30536; the results are -477, 391, 391, -477 in every row.
-TEST(TransformWidths, InPlaceResidualRowPassWraps) {
-  int16_t b[16] = {};
-  b[2] = 500;  // x 10 at QP 0
-  const int16_t dc = 30000;
-  ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 1, 0), huxOk);
-  const int16_t rowv[4] = {-477, 391, 391, -477};
-  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], rowv[k % 4]) << k;
-}
+struct HandCase {
+  const char* name;
+  std::function<Vals()> run;
+  Vals expect;
+};
 
-// The bare inverse saturates where the 32-bit form does not: with 19968 at
-// (0, 0) and (1, 0) the first row is 511 (32767 >> 6) against 624.
-TEST(TransformWidths, BareInverseSaturatesAnd32BitDoesNot) {
-  int16_t s[16] = {}, o[16];
-  int32_t s32[16] = {}, o32[16];
-  s[0] = s[4] = 19968;
-  s32[0] = s32[4] = 19968;
-  ASSERT_EQ(huxiTransformResidual4x4Inv_H264_16s_C1(s, o), huxOk);
-  ASSERT_EQ(huxiTransformResidual4x4Inv_H264_32s_C1(s32, o32), huxOk);
-  const int16_t c16[4] = {511, 468, 156, 0};
-  const int32_t c32[4] = {624, 468, 156, 0};
-  for (int k = 0; k < 16; ++k) {
-    EXPECT_EQ(o[k], c16[k / 4]) << k;
-    EXPECT_EQ(o32[k], c32[k / 4]) << k;
-  }
-  // -32768 - 32767 style extremes stay saturated, the rounding addition included.
-  int16_t m[16] = {32767}, mo[16];
-  ASSERT_EQ(huxiTransformResidual4x4Inv_H264_16s_C1(m, mo), huxOk);
-  for (int k = 0; k < 16; ++k) EXPECT_EQ(mo[k], 511);
-}
+const HandCase kHandCases[] = {
+    // In-place residual: the column butterflies fit 16 bits, the last sums
+    // (39936) do not and are formed in 32 bits. DC 19968, level 1536 x 13 at (1, 0).
+    {"in_place_final_sum_in_32_bits", [] { int16_t b[16] = {0, 0, 0, 0, 1536}; const int16_t dc = 19968;
+       ok(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 1, 0)); return V(b, 16); }, rows({624, 468, 156, 0})},
+    // Its row pass wraps: row 0 = 30000, 0, 5000, 0 gives e = 35000 -> -30536.
+    {"in_place_row_pass_wraps", [] { int16_t b[16] = {0, 0, 500}; const int16_t dc = 30000;
+       ok(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 1, 0)); return V(b, 16); }, cols({-477, 391, 391, -477})},
+    // The bare inverse saturates (32767 >> 6 = 511) where the 32-bit form does not.
+    {"bare_16s_saturates", [] { int16_t s[16] = {19968, 0, 0, 0, 19968}, o[16];
+       ok(huxiTransformResidual4x4Inv_H264_16s_C1(s, o)); return V(o, 16); }, rows({511, 468, 156, 0})},
+    {"bare_32s_does_not", [] { int32_t s[16] = {19968, 0, 0, 0, 19968}, o[16];
+       ok(huxiTransformResidual4x4Inv_H264_32s_C1(s, o)); return V(o, 16); }, rows({624, 468, 156, 0})},
+    {"bare_16s_rounding_saturates", [] { int16_t s[16] = {32767}, o[16];
+       ok(huxiTransformResidual4x4Inv_H264_16s_C1(s, o)); return V(o, 16); }, all(16, 511)},
+    // The prediction-adding forms saturate inside their passes: row 0 = 30000,
+    // 0, 5000, 0 saturates e to 32767; row 1 col 0 = 29952; prediction 128.
+    // Unsaturated arithmetic would give 206, 89, 89, 206 in the last row.
+    {"add_pred_passes_saturate", [] { uint8_t pred[16], dst[16]; std::memset(pred, 128, 16);
+       int16_t c[16] = {30000, 0, 5000, 0, 29952}, ones[16]; std::fill_n(ones, 16, int16_t{1});
+       ok(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 1, ones)); return V(dst + 12, 4); },
+     {172, 51, 51, 172}},
+    {"and_add_passes_saturate", [] { uint8_t pred[16], dst[16]; std::memset(pred, 128, 16);
+       int16_t c[16] = {0, 0, 500, 0, 2304}; const int16_t dc = 30000;  // 500 x 10, 2304 x 13 at QP 0
+       ok(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred, c, &dc, dst, 4, 4, 0, 1)); return V(dst + 12, 4); },
+     {172, 51, 51, 172}},
+    // LevelScale dequantisation saturates: 1000 x 4000 at QP 24 -> 32767, DC
+    // only: 512 clamped to 255; -1000 -> -32768: 200 - 512 clamped to 0.
+    {"add_pred_dequant_saturates", [] { uint8_t pred[16], dst[32]; int16_t scale[16]; std::fill_n(scale, 16, int16_t{4000});
+       int16_t c[16] = {1000}; std::memset(pred, 0, 16);
+       ok(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 0, scale));
+       c[0] = -1000; std::memset(pred, 200, 16);
+       ok(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst + 16, 4, 24, 0, scale)); return V(dst, 32); },
+     cat({all(16, 255), all(16, 0)})},
+    // Through the transform: 1000 and -900 at (0, 0) and (0, 2) both saturate,
+    // so e = -1 and f = 32767: rows 0, 511, 511, 0 (unsaturated: e = 400000). At
+    // QP 30 the product saturates before the left shift; below saturation (scale
+    // 10) the columns are 1000 and 3000: 16 and 47 above the prediction.
+    {"add_pred_products_saturate", [] { uint8_t pred[16], dst[48]; std::memset(pred, 100, 16); int16_t scale[16];
+       std::fill_n(scale, 16, int16_t{4000});
+       for (int i = 0; i < 2; ++i) { int16_t b[16] = {1000, 0, -900, 0};
+         ok(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, b, nullptr, dst + 16 * i, 4, i ? 30 : 24, 1, scale)); }
+       std::fill_n(scale, 16, int16_t{10}); int16_t b[16] = {100, 0, -50, 0};
+       ok(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, b, nullptr, dst + 32, 4, 30, 1, scale)); return V(dst, 48); },
+     cat({cols({100, 255, 255, 100}), cols({100, 255, 255, 100}), cols({116, 147, 147, 116})})},
+    // The 8x8 dequantiser wraps to 16 bits from QP/6 = 6 (100000 -> -31072,
+    // 200000 -> 3392) and truncates the 32-bit product below: (20000000 + 32)
+    // >> 6 = 312500 -> -15180.
+    {"dequant_8x8_wraps", [] { int16_t b[64] = {1000, -1000, 20000}, c[64] = {1000}, d[64] = {0, 0, 20000}, s[64];
+       std::fill_n(s, 64, int16_t{100}); s[2] = 1000;
+       ok(huxiQuantLuma8x8Inv_H264_16s_C1I(b, 6, s)); ok(huxiQuantLuma8x8Inv_H264_16s_C1I(c, 7, s));
+       ok(huxiQuantLuma8x8Inv_H264_16s_C1I(d, 0, s)); return Vals{b[0], b[1], b[2], c[0], d[2]}; },
+     {-31072, 31072, static_cast<int16_t>(20000000 & 0xFFFF), 3392, -15180}},
+    // Luma DC: 16 levels of 4096 make the first sum 65536, which wraps to 0;
+    // with one more at (0, 0) every coefficient is 1 (x 10 at QP 12). The
+    // LevelScale form saturates its Hadamard instead: row 0 = 32767, 0, 1, 1.
+    {"luma_dc_wraps_and_levelscale_form_saturates", [] { int16_t b[16], c[16]; std::fill_n(b, 16, int16_t{4096}); b[0] = 4097;
+       std::memcpy(c, b, sizeof b); ok(huxiTransformDequantLumaDC_H264_16s_C1I(b, 12));
+       ok(huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(c, 24, nullptr)); return cat({V(b, 16), V(c, 16)}); },
+     cat({all(16, 10), {32767, 0}, all(14, 40)})},
+    // 2x2 chroma DC of the LevelScale form saturates its sums (not 2047 ...),
+    // the 32-bit form does not, the wrapping 4:2:0 form wraps 4 x 16384 to 0.
+    {"chroma_dc_saturates_and_wraps", [] { int16_t b[4] = {32767, 32767, 32767, -32768}, c[4] = {16384, 16384, 16384, 16384};
+       int32_t w[4] = {32767, 32767, 32767, -32768}; const int16_t one[1] = {1};
+       ok(huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(b, 0, one)); ok(huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(w, 0, one));
+       ok(huxiTransformDequantChromaDC_H264_16s_C1I(c, 0)); return cat({V(b, 4), V(w, 1), V(c, 1)}); },
+     {1023, 1023, 1023, -1024, 65533 >> 5, 0}},
+    {"dc_only_rounding", [] { Vals o; for (int16_t dc : {31, 32, -32, -33}) { int16_t b[16]; std::memset(b, 0x55, sizeof b);
+       ok(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dc, 0, 20)); o = cat({o, V(b, 16)}); } return o; },
+     cat({all(16, 0), all(16, 1), all(16, 0), all(16, -1)})},
+    // Switching pictures clamp: 6000 requantised to 150, dequantised to 24000,
+    // every sample 375 before the clamp. Out-of-range QP and QS are not
+    // rejected and read no table out of bounds.
+    {"switching_output_clamped", [] { int16_t b[16] = {}, c[16] = {}, p[16] = {6000}, q[16] = {-6000};
+       ok(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 0, 28, 28, 0));
+       ok(huxiDequantTransformResidual_SISP_H264_16s_C1I(c, q, nullptr, 0, 28, 28, 0));
+       const Vals out = cat({V(b, 16), V(c, 16)});
+       ok(huxiDequantTransformResidual_SISP_H264_16s_C1I(c, q, nullptr, 1, -1000, 1000, 1));
+       ok(huxiTransformDequantChromaDC_SISP_H264_16s_C1I(q, p, 1 << 30, -5, 0)); return out; },
+     cat({all(16, 255), all(16, 0)})},
+    {"and_add_takes_null_coefficients_for_given_dc", [] { uint8_t pred[16], dst[16]; std::memset(pred, 10, 16);
+       const int16_t dc = 64 * 5; ok(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred, nullptr, &dc, dst, 4, 4, 30, 0));
+       return V(dst, 16); }, all(16, 15)},
+    // High bit depth clamps at the depth; the 8x8 form does not check it:
+    // 16 bits keeps 65535, depths beyond are clamped to 16.
+    {"high_bit_depth_clamp_bounds", [] { uint16_t pred[16], dst[32], p8[64], d8[192]; int32_t c[16] = {}, c8[64] = {};
+       std::fill_n(pred, 16, uint16_t{16000}); std::fill_n(p8, 64, uint16_t{60000}); const int32_t dc = 64 * 1000;
+       ok(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred, 8, c, &dc, dst, 8, 0, 0, 14, nullptr));
+       ok(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred, 8, c, &dc, dst + 16, 8, 0, 0, 9, nullptr));
+       const int32_t depths[3] = {16, 40, 12};
+       for (int i = 0; i < 3; ++i) ok(huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(p8, 16, c8, d8 + 64 * i, 16, depths[i]));
+       return cat({V(dst, 32), V(d8, 192)}); },
+     cat({all(16, 16383), all(16, 511), all(128, 60000), all(64, 4095)})},
+};
 
-// Saturation inside the passes of the prediction-adding forms shows after the
-// column pass subtracts: row 0 = 30000, 0, 5000, 0 saturates e to 32767.
-// Row 1 col 0 = 29952. Prediction 128: the last row is 172, 51, 51, 172
-// (unsaturated arithmetic would give 206, 89, 89, 206).
-TEST(TransformWidths, AddPredPassesSaturate) {
-  uint8_t pred[16], dst[16];
-  std::memset(pred, 128, sizeof pred);
-  const uint8_t lastRow[4] = {172, 51, 51, 172};
-  {  // identity dequantisation: QP 24 with a scale of ones
-    int16_t c[16] = {30000, 0, 5000, 0, 29952};
-    int16_t ones[16];
-    for (auto& x : ones) x = 1;
-    ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 1, ones), huxOk);
-    for (int x = 0; x < 4; ++x) EXPECT_EQ(dst[12 + x], lastRow[x]);
-  }
-  {  // QP 0: 500 x 10 = 5000, 2304 x 13 = 29952, DC given
-    int16_t c[16] = {0, 0, 500, 0, 2304};
-    const int16_t dc = 30000;
-    ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred, c, &dc, dst, 4, 4, 0, 1), huxOk);
-    for (int x = 0; x < 4; ++x) EXPECT_EQ(dst[12 + x], lastRow[x]);
-  }
-}
-
-// The LevelScale dequantisation saturates: 1000 x 4000 at QP 24 is 4000000 -> 32767.
-TEST(TransformWidths, AddPredDequantSaturates) {
-  uint8_t pred[16] = {}, dst[16];
-  int16_t c[16] = {1000, 0, 0, 0};
-  int16_t scale[16];
-  for (auto& x : scale) x = 4000;
-  // DC only via AC 0: (32767 + 32) >> 6 = 512, clamped to 255.
-  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 0, scale), huxOk);
-  for (auto x : dst) EXPECT_EQ(x, 255);
-  c[0] = -1000;
-  std::memset(pred, 200, sizeof pred);
-  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, c, nullptr, dst, 4, 24, 0, scale), huxOk);
-  for (auto x : dst) EXPECT_EQ(x, 0);  // 200 + (-32768 + 32 >> 6) = 200 - 512
-  // Through the transform: 1000 and -900 at (0, 0) and (0, 2) both saturate
-  // (32767, -32768), so e = -1 and f = 32767: rows 0, 511, 511, 0. Unsaturated
-  // products would leave e = 400000. At QP 30 the product saturates before the
-  // left shift.
-  std::memset(pred, 100, sizeof pred);
-  for (int qp : {24, 30}) {
-    int16_t b[16] = {1000, 0, -900, 0};
-    ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, b, nullptr, dst, 4, qp, 1, scale), huxOk);
-    for (int k = 0; k < 16; ++k) EXPECT_EQ(dst[k], (k % 4 == 0 || k % 4 == 3) ? 100 : 255) << qp << " " << k;
-  }
-  // Below saturation at QP 30: 100 x 10 << 1 = 2000, -50 x 10 << 1 = -1000:
-  // columns 1000 and 3000, so 16 and 47 above the prediction.
-  for (auto& x : scale) x = 10;
-  int16_t b[16] = {100, 0, -50, 0};
-  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(pred, 4, b, nullptr, dst, 4, 30, 1, scale), huxOk);
-  for (int k = 0; k < 16; ++k) EXPECT_EQ(dst[k], (k % 4 == 0 || k % 4 == 3) ? 116 : 147) << k;
-}
-
-// The 8x8 dequantiser: 16-bit wrap from QP/6 = 6, 32-bit product truncated below.
-TEST(TransformWidths, Luma8x8DequantWraps) {
-  int16_t b[64] = {}, s[64];
-  for (auto& x : s) x = 100;
-  b[0] = 1000;  // 100000 -> -31072
-  b[1] = -1000;
-  s[2] = 1000;
-  b[2] = 20000;
-  ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(b, 6, s), huxOk);
-  EXPECT_EQ(b[0], -31072);
-  EXPECT_EQ(b[1], 31072);
-  EXPECT_EQ(b[2], static_cast<int16_t>(20000000 & 0xFFFF));
-  int16_t c[64] = {1000};
-  ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(c, 7, s), huxOk);
-  EXPECT_EQ(c[0], 3392);  // 200000 mod 65536
-  int16_t d[64] = {};
-  d[2] = 20000;  // (20000000 + 32) >> 6 = 312500 -> low 16 bits -15180
-  ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(d, 0, s), huxOk);
-  EXPECT_EQ(d[2], -15180);
-}
-
-// Luma DC: 16 levels of 4096 make the first sum 65536, which wraps to 0; with
-// one extra level at (0, 0) every coefficient is 1 (x 10 at QP 12).
-TEST(TransformWidths, LumaDCWrapsAndInverseSaturates) {
-  int16_t b[16];
-  for (auto& x : b) x = 4096;
-  b[0] = 4097;
-  ASSERT_EQ(huxiTransformDequantLumaDC_H264_16s_C1I(b, 12), huxOk);
-  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], 10) << k;
-  // The LevelScale form saturates its Hadamard: row 0 becomes 32767, 0, 1, 1
-  // and the others 1; at QP 24, flat, (x x 160 + 2) >> 2.
-  for (auto& x : b) x = 4096;
-  b[0] = 4097;
-  ASSERT_EQ(huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(b, 24, nullptr), huxOk);
-  const int16_t e[16] = {32767, 0, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40, 40};
-  for (int k = 0; k < 16; ++k) EXPECT_EQ(b[k], e[k]) << k;
-}
-
-// 2x2 chroma DC of the LevelScale form saturates its sums: 32767, 32767, 32767,
-// -32768 with a scale of 1 at QP 0 gives 1023, 1023, 1023, -1024 (not 2047...).
-TEST(TransformWidths, ChromaDC2x2Saturates) {
-  int16_t b[4] = {32767, 32767, 32767, -32768};
-  const int16_t one[1] = {1};
-  ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(b, 0, one), huxOk);
-  const int16_t e[4] = {1023, 1023, 1023, -1024};
-  for (int k = 0; k < 4; ++k) EXPECT_EQ(b[k], e[k]) << k;
-  int32_t w[4] = {32767, 32767, 32767, -32768};
-  ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(w, 0, one), huxOk);
-  EXPECT_EQ(w[0], 65533 >> 5);
-  // The wrapping 4:2:0 form: 4 x 16384 = 65536 wraps to 0.
-  int16_t c[4] = {16384, 16384, 16384, 16384};
-  ASSERT_EQ(huxiTransformDequantChromaDC_H264_16s_C1I(c, 0), huxOk);
-  EXPECT_EQ(c[0], 0);
-}
-
-// ---------------------------------------------------------------- edge cases
-TEST(TransformEdges, DCOnlyRounding) {
-  for (int16_t dcv : {31, 32, -32, -33}) {
-    int16_t b[16];
-    std::memset(b, 0x55, sizeof b);
-    ASSERT_EQ(huxiDequantTransformResidual_H264_16s_C1I(b, 8, &dcv, 0, 20), huxOk);
-    for (auto x : b) EXPECT_EQ(x, (dcv + 32) >> 6);
-  }
-}
-
-TEST(TransformEdges, SwitchingOutputIsClamped) {
-  int16_t b[16] = {}, p[16] = {};
-  p[0] = 6000;  // requantised to 150, dequantised to 24000: every sample 375 before the clamp
-  ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 0, 28, 28, 0), huxOk);
-  for (auto x : b) EXPECT_EQ(x, 255);
-  p[0] = -6000;
-  ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 0, 28, 28, 0), huxOk);
-  for (auto x : b) EXPECT_EQ(x, 0);
-  // Out-of-range QP and QS are not rejected and read no table out of bounds.
-  ASSERT_EQ(huxiDequantTransformResidual_SISP_H264_16s_C1I(b, p, nullptr, 1, -1000, 1000, 1), huxOk);
-  ASSERT_EQ(huxiTransformDequantChromaDC_SISP_H264_16s_C1I(b, p, 1 << 30, -5, 0), huxOk);
-}
-
-TEST(TransformEdges, AndAddAcceptsNullCoefficientsForGivenDC) {
-  uint8_t pred[16], dst[16];
-  std::memset(pred, 10, sizeof pred);
-  const int16_t dc = 64 * 5;
-  ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(pred, nullptr, &dc, dst, 4, 4, 30, 0), huxOk);
-  for (auto x : dst) EXPECT_EQ(x, 15);
-}
-
-TEST(TransformEdges, HighBitDepthClampBounds) {
-  uint16_t pred[16], dst[16];
-  for (auto& x : pred) x = 16000;
-  int32_t c[16] = {};
-  const int32_t dc = 64 * 1000;
-  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred, 8, c, &dc, dst, 8, 0, 0, 14, nullptr), huxOk);
-  for (auto x : dst) EXPECT_EQ(x, 16383);
-  ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_32s_C1IR(pred, 8, c, &dc, dst, 8, 0, 0, 9, nullptr), huxOk);
-  for (auto x : dst) EXPECT_EQ(x, 511);
-  // 8x8: the bit depth is not checked; 16 bits keeps 65535, depths beyond are clamped to 16.
-  uint16_t p8[64], d8[64];
-  int32_t c8[64] = {};
-  for (auto& x : p8) x = 60000;
-  for (int bd : {16, 40}) {
-    ASSERT_EQ(huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(p8, 16, c8, d8, 16, bd), huxOk);
-    for (auto x : d8) EXPECT_EQ(x, 60000);
-  }
-  ASSERT_EQ(huxiTransformInvAddPredLuma8x8_H264_32s16u_C1R(p8, 16, c8, d8, 16, 12), huxOk);
-  for (auto x : d8) EXPECT_EQ(x, 4095);
-}
+class TransformHand : public ::testing::TestWithParam<HandCase> {};
+TEST_P(TransformHand, Values) { EXPECT_EQ(GetParam().run(), GetParam().expect); }
+INSTANTIATE_TEST_SUITE_P(Cases, TransformHand, ::testing::ValuesIn(kHandCases),
+                         [](const ::testing::TestParamInfo<HandCase>& p) { return std::string(p.param.name); });
 
 // ---------------------------------------------------------------- checks and their order
 
