@@ -403,6 +403,7 @@ struct HandCase {
   std::function<Vals()> run;
   Vals expect;
 };
+std::ostream& operator<<(std::ostream& os, const HandCase& c) { return os << c.name; }
 
 const HandCase kHandCases[] = {
     // In-place residual: the column butterflies fit 16 bits, the last sums
@@ -511,6 +512,7 @@ struct CheckCase {
   std::function<HuxResult(Guarded&)> call;
   HuxResult expect;
 };
+std::ostream& operator<<(std::ostream& os, const CheckCase& c) { return os << c.name; }
 
 // Each call writes only into the guarded area; a failing call must leave it as it was.
 std::vector<CheckCase> check_cases() {
