@@ -2,7 +2,6 @@
 // half-sample rounding, the 16-bit wrap and step rules, candidate lines.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <numeric>
 #include <vector>
 
@@ -13,65 +12,42 @@ namespace {
 
 using hux::test::Rng;
 
-// Each export called with one of its checked pointers null must return -8 and
-// write nothing.
-struct NullCase {
-  const char* name;
-  std::function<HuxResult(bool null_src, bool null_ref, bool null_out)> call;
-};
-
-std::vector<NullCase> null_cases() {
-  static uint8_t b8[64 * 64];
-  static uint16_t b16[64 * 64];
-  static uint16_t out16[64];
-  static uint32_t out32[16];
-  static int32_t out;
-  static uint32_t idx;
-  auto p8 = [](bool n) { return n ? nullptr : b8; };
-  auto p16 = [](bool n) { return n ? nullptr : b16; };
-  auto o = [](bool n) { return n ? nullptr : &out; };
-  auto o16 = [](bool n) { return n ? nullptr : out16; };
-  auto o32 = [](bool n) { return n ? nullptr : out32; };
-  using F = HuxResult(HUX_STDCALL*)(const uint8_t*, int32_t, const uint8_t*, int32_t, int32_t*, int32_t);
-  std::vector<NullCase> v;
-  for (auto [name, f] : std::vector<std::pair<const char*, F>>{{"16x16", huxiSAD16x16_8u32s},
-                                                               {"16x8", huxiSAD16x8_8u32s_C1R},
-                                                               {"8x8", huxiSAD8x8_8u32s_C1R},
-                                                               {"8x16", huxiSAD8x16_8u32s_C1R},
-                                                               {"8x4", huxiSAD8x4_8u32s_C1R},
-                                                               {"4x8", huxiSAD4x8_8u32s_C1R},
-                                                               {"4x4", huxiSAD4x4_8u32s}})
-    v.push_back({name, [=, f = f](bool s, bool r, bool d) { return f(p8(s), 64, p8(r), 64, o(d), 0); }});
-  v.push_back({"16x16 16u", [=](bool s, bool r, bool d) { return huxiSAD16x16_16u32s_C1R(p16(s), 128, p16(r), 128, o(d), 0); }});
-  v.push_back({"8x8 16u", [=](bool s, bool r, bool d) { return huxiSAD8x8_16u32s_C1R(p16(s), 128, p16(r), 128, o(d), 0); }});
-  v.push_back({"4x4 16u", [=](bool s, bool r, bool d) { return huxiSAD4x4_16u32s_C1R(p16(s), 128, p16(r), 128, o(d), 0); }});
-  v.push_back({"Blocks8x8", [=](bool s, bool r, bool d) { return huxiSAD16x16Blocks8x8_8u16u(p8(s), 64, p8(r), 64, o16(d), 0); }});
-  v.push_back({"Blocks4x4", [=](bool s, bool r, bool d) { return huxiSAD16x16Blocks4x4_8u16u(p8(s), 64, p8(r), 64, o16(d), 0); }});
-  v.push_back({"Blocks8x8 16u", [=](bool s, bool r, bool d) { return huxiSAD16x16Blocks8x8_16u32u_C1R(p16(s), 128, p16(r), 128, o32(d), 0); }});
-  v.push_back({"Blocks4x4 16u", [=](bool s, bool r, bool d) { return huxiSAD16x16Blocks4x4_16u32u_C1R(p16(s), 128, p16(r), 128, o32(d), 0); }});
-  // N = 0 as well: the pointer check comes before the count check.
-  v.push_back({"16x16xN", [=](bool s, bool r, bool d) { return huxiSAD16x16xN_8u16u_C1R(p8(s), 64, p8(r), 64, o16(d), 0); }});
-  v.push_back({"8x8xN", [=](bool s, bool r, bool d) { return huxiSAD8x8xN_8u16u_C1R(p8(s), 64, p8(r), 64, o16(d), 0); }});
-  v.push_back({"4x4xN", [=](bool s, bool r, bool d) { return huxiSAD4x4xN_8u16u_C1R(p8(s), 64, p8(r), 64, o16(d), 0); }});
-  v.push_back({"2x2xN", [=](bool s, bool r, bool d) { return huxiSAD2x2xN_8u16u_C1R(p8(s), 64, p8(r), 64, o16(d), 0); }});
-  v.push_back({"16x16xNI idx", [=](bool s, bool r, bool d) { return huxiSAD16x16xNI_8u16u_C1R(p8(s || r), 64, b8, 64, o16(false), 8, d ? nullptr : &idx); }});
-  v.push_back({"8x8xNI idx", [=](bool s, bool r, bool d) { return huxiSAD8x8xNI_8u16u_C1R(p8(s), 64, p8(r), 64, o16(false), 8, d ? nullptr : &idx); }});
-  v.push_back({"4x4xNI idx", [=](bool s, bool r, bool d) { return huxiSAD4x4xNI_8u16u_C1R(p8(s), 64, p8(r), 64, o16(false), 8, d ? nullptr : &idx); }});
-  v.push_back({"FrameField", [=](bool s, bool r, bool d) { return huxiFrameFieldSAD16x16_8u32s_C1R(p8(s), 64, r ? nullptr : &out, o(d)); }});
-  v.push_back({"FrameField 16s", [=](bool s, bool r, bool d) {
-                 return huxiFrameFieldSAD16x16_16s32s_C1R(reinterpret_cast<const int16_t*>(p16(s)), 128, r ? nullptr : &out, o(d));
-               }});
-  v.push_back({"SubSAD", [=](bool s, bool r, bool d) {
-                 return huxiSubSAD8x8_8u16s_C1R(p8(s), 64, p8(r), 64, d ? nullptr : reinterpret_cast<int16_t*>(b16), 32, &out);
-               }});
-  return v;
-}
-
+// Every checked pointer of every export, one at a time null: -8, and nothing
+// written (the outputs here would be overwritten by any write).
 TEST(SadExports, EveryCheckedPointerNullGivesNullPtrStatus) {
-  for (const auto& c : null_cases())
-    for (int which = 0; which < 3; ++which) {
-      EXPECT_EQ(c.call(which == 0, which == 1, which == 2), huxErrNullPtr) << c.name << " null #" << which;
-    }
+  using hux::test::expect_null_checks;
+  std::vector<uint8_t> b8(64 * 64, 1);
+  std::vector<uint16_t> b16(64 * 64, 1);
+  std::vector<int16_t> d16(64 * 64, 1);
+  uint16_t o16[64] = {};
+  uint32_t o32[16] = {}, idx = 0;
+  int32_t o = 0, o2 = 0;
+  const uint8_t* p8 = b8.data();
+  const uint16_t* p16 = b16.data();
+  int n = 0;
+  for (auto f : {huxiSAD16x16_8u32s, huxiSAD16x8_8u32s_C1R, huxiSAD8x8_8u32s_C1R, huxiSAD8x16_8u32s_C1R,
+                 huxiSAD8x4_8u32s_C1R, huxiSAD4x8_8u32s_C1R, huxiSAD4x4_8u32s})
+    n += expect_null_checks("SAD 8u", huxErrNullPtr, {}, f, p8, 64, p8, 64, &o, 0);
+  for (auto f : {huxiSAD16x16_16u32s_C1R, huxiSAD8x8_16u32s_C1R, huxiSAD4x4_16u32s_C1R})
+    n += expect_null_checks("SAD 16u", huxErrNullPtr, {}, f, p16, 128, p16, 128, &o, 4);
+  for (auto f : {huxiSAD16x16Blocks8x8_8u16u, huxiSAD16x16Blocks4x4_8u16u})
+    n += expect_null_checks("Blocks 8u", huxErrNullPtr, {}, f, p8, 64, p8, 64, o16, 0);
+  for (auto f : {huxiSAD16x16Blocks8x8_16u32u_C1R, huxiSAD16x16Blocks4x4_16u32u_C1R})
+    n += expect_null_checks("Blocks 16u", huxErrNullPtr, {}, f, p16, 128, p16, 128, o32, 0);
+  // A count of 0 as well: the pointers are checked before the count.
+  for (auto f : {huxiSAD16x16xN_8u16u_C1R, huxiSAD8x8xN_8u16u_C1R, huxiSAD4x4xN_8u16u_C1R, huxiSAD2x2xN_8u16u_C1R})
+    n += expect_null_checks("xN", huxErrNullPtr, {}, f, p8, 64, p8, 64, o16, 0);
+  for (auto f : {huxiSAD16x16xNI_8u16u_C1R, huxiSAD8x8xNI_8u16u_C1R, huxiSAD4x4xNI_8u16u_C1R})
+    n += expect_null_checks("xNI", huxErrNullPtr, {}, f, p8, 64, p8, 64, o16, 0, &idx);
+  n += expect_null_checks("FrameField 8u", huxErrNullPtr, {}, huxiFrameFieldSAD16x16_8u32s_C1R, p8, 64, &o, &o2);
+  n += expect_null_checks("FrameField 16s", huxErrNullPtr, {}, huxiFrameFieldSAD16x16_16s32s_C1R,
+                          static_cast<const int16_t*>(d16.data()), 128, &o, &o2);
+  n += expect_null_checks("SubSAD", huxErrNullPtr, {6}, huxiSubSAD8x8_8u16s_C1R, p8, 64, p8, 64, d16.data(), 32, &o);
+  EXPECT_EQ(n, 7 * 3 + 3 * 3 + 4 * 3 + 4 * 3 + 3 * 4 + 2 * 3 + 3);
+  EXPECT_EQ(o | o2 | idx, 0);
+  for (auto v : o16) ASSERT_EQ(v, 0);
+  for (auto v : o32) ASSERT_EQ(v, 0u);
+  for (auto v : d16) ASSERT_EQ(v, 1);
 }
 
 TEST(SadExports, IntegerPositionOnKnownData) {

@@ -5,11 +5,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <initializer_list>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 #include <random>
+#include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -100,5 +104,33 @@ struct Rows {
     return reinterpret_cast<T*>(first);
   }
 };
+
+// Calls f(args...) once for every pointer argument not listed in `unchecked`
+// (argument positions from 0), with that argument null, and expects `status`
+// each time; returns how many pointer arguments were tried.
+namespace detail {
+template <size_t I, class T>
+T null_at(T v, size_t which) {
+  if constexpr (std::is_pointer_v<T>) return I == which ? nullptr : v;
+  return v;
+}
+template <class F, class Tuple, size_t... I>
+auto call_nulled(F f, const Tuple& t, size_t which, std::index_sequence<I...>) {
+  return f(null_at<I>(std::get<I>(t), which)...);
+}
+}  // namespace detail
+
+template <class F, class... A>
+int expect_null_checks(const char* name, int32_t status, std::initializer_list<size_t> unchecked, F f, A... args) {
+  const auto t = std::make_tuple(args...);
+  const bool is_ptr[] = {std::is_pointer_v<A>...};
+  int tried = 0;
+  for (size_t i = 0; i < sizeof...(A); ++i) {
+    if (!is_ptr[i] || std::find(unchecked.begin(), unchecked.end(), i) != unchecked.end()) continue;
+    EXPECT_EQ(detail::call_nulled(f, t, i, std::index_sequence_for<A...>{}), status) << name << ", argument " << i << " null";
+    ++tried;
+  }
+  return tried;
+}
 
 }  // namespace hux::test
