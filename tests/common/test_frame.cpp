@@ -115,4 +115,19 @@ TEST(CallingConvention, EveryExportRemovesItsOwnArguments) {
 TEST(CallingConvention, EveryExportRemovesItsOwnArguments) { GTEST_SKIP() << "callee-pops applies to 32-bit x86 only"; }
 #endif
 
+// Every export that takes arguments rejects all of them zero with -8 before
+// touching anything (the 32-bit test above checks the same through the stack).
+template <class R, class... A>
+void expect_all_zero_rejected(const char* name, R(HUX_STDCALL* f)(A...)) {
+  if constexpr (sizeof...(A) > 0) {
+    EXPECT_EQ(f(A{}...), huxErrNullPtr) << name;
+  }
+}
+
+TEST(Exports, AllZeroArgumentsGiveNullPtrStatus) {
+#define HUX_EXPORT(name) expect_all_zero_rejected(#name, &name);
+#include "hux_exports.inc"
+#undef HUX_EXPORT
+}
+
 }  // namespace

@@ -446,17 +446,6 @@ TEST(CavlcChecks, ChromaDcEagerAndLazy) {
             huxErrNullPtr);
 }
 
-TEST(CavlcChecks, AllZeroArguments) {
-  EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(nullptr, nullptr, nullptr, nullptr, 0, 0, nullptr, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u32s(nullptr, nullptr, nullptr, nullptr, 0, 0, nullptr, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u32s(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u32s(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u16s(nullptr, nullptr, nullptr, 0), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u32s(nullptr, nullptr, nullptr, 0), huxErrNullPtr);
-}
-
 // ------------------------------------------------------------ Exp-Golomb
 
 struct GolombCase {
