@@ -72,6 +72,14 @@ HUXCORE_API int32_t HUX_STDCALL huxGetMaxCacheSizeB(void) {
   } else if (max_leaf >= 4) {
     size = largest_cache_from_leaf(4);
   }
+  // Processors without the deterministic cache leaves still give their L2
+  // (and, on AMD, L3) sizes in the extended leaf 0x80000006.
+  if (size == 0 && __get_cpuid(0x80000000u, &a, &b, &c, &d) && a >= 0x80000006u &&
+      __get_cpuid(0x80000006u, &a, &b, &c, &d)) {
+    const int64_t l2 = static_cast<int64_t>(c >> 16) * 1024;
+    const int64_t l3 = amd ? static_cast<int64_t>(d >> 18) * 512 * 1024 : 0;
+    size = l2 > l3 ? l2 : l3;
+  }
   if (size > 0x7fffffff) size = 0x7fffffff;
   return static_cast<int32_t>(size);
 #else
