@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstring>
+#include <type_traits>
 #include <vector>
 
 #include "h264/cavlc_kernels.h"
@@ -62,7 +63,9 @@ TEST(CavlcTables, CodeListsArePrefixCodesWithKraftSumAtMostOne) {
     for (const auto& a : tc.codes) {
       kraft += 1.0 / double(1u << a.len);
       for (const auto& b : tc.codes)
-        if (&a != &b && a.len <= b.len) EXPECT_NE(a.bits, b.bits >> (b.len - a.len)) << tc.name;
+        if (&a != &b && a.len <= b.len) {
+          EXPECT_NE(a.bits, b.bits >> (b.len - a.len)) << tc.name;
+        }
     }
     EXPECT_LE(kraft, 1.0) << tc.name;
     // Only coeff_token (the all-zero region) and two 4x4 tables leave codes unused.
@@ -81,18 +84,14 @@ TEST(CavlcTables, EveryCodeDecodesToItsValueAndLengthAtEveryOffset) {
         auto words = w.words(1, rng());
         for (int impl = 0; impl < 2; ++impl) {
           uint32_t v = 0;
-          bool ok;
           uint32_t* p = words.data();
           int32_t o = off;
-          if (impl == 0) {
-            hux::bits::WordBitBuffer r(p, o);
-            ok = hux::h264::detail::decode_vlc(r, tc.table, 0xffffffu, v);
+          auto dec = [&](auto r) {
+            const bool ok = hux::h264::detail::decode_vlc(r, tc.table, 0xffffffu, v);
             r.store(&p, &o);
-          } else {
-            hux::h264::PlainReader r(p, o);
-            ok = hux::h264::detail::decode_vlc(r, tc.table, 0xffffffu, v);
-            r.store(&p, &o);
-          }
+            return ok;
+          };
+          const bool ok = impl ? dec(hux::h264::PlainReader(p, o)) : dec(hux::bits::WordBitBuffer(p, o));
           ASSERT_TRUE(ok) << tc.name;
           EXPECT_EQ(v, c.value) << tc.name;
           EXPECT_EQ((p - words.data()) * 32 + (off - o), c.len) << tc.name;
@@ -215,23 +214,22 @@ TEST(CavlcEscape, WrapsModulo65536) {
     CavlcEncoder::put_level(w, code - 2, 0);
     w.put_bit(1);
     auto s = w.words();
-    uint32_t* p = s.data();
-    int32_t off = 31;
-    int32_t b32[16] = {}, *q = b32;
-    int16_t b16[16] = {}, *q16 = b16, num = 0;
-    ASSERT_EQ(decode4x4<int32_t>(&p, &off, &num, &q, 8, 16, t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(),
-                                 huxextras::kZigzag4x4),
-              huxOk);
+    int32_t b32[16] = {};
+    int16_t b16[16] = {};
+    auto run = [&](auto* b) {
+      uint32_t* p = s.data();
+      int32_t off = 31;
+      int16_t num = 0;
+      auto* q = b;
+      ASSERT_EQ(decode4x4<std::remove_pointer_t<decltype(b)>>(&p, &off, &num, &q, 8, 16, t.coeff_token_4x4(),
+                                                             t.total_zeros_4x4(), t.run_before(), huxextras::kZigzag4x4),
+                huxOk);
+      EXPECT_EQ((p - s.data()) * 32 + 31 - off, w.bits()) << level;
+    };
+    run(b32);
+    run(b16);
     EXPECT_EQ(b32[0], want) << level;
-    EXPECT_GE(b32[0], -32768);
-    EXPECT_LE(b32[0], 32768);
-    EXPECT_EQ((p - s.data()) * 32 + 31 - off, w.bits());
-    p = s.data();
-    off = 31;
-    ASSERT_EQ(decode4x4<int16_t>(&p, &off, &num, &q16, 8, 16, t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(),
-                                 huxextras::kZigzag4x4),
-              huxOk);
-    EXPECT_EQ(b16[0], static_cast<int16_t>(want));
+    EXPECT_EQ(b16[0], static_cast<int16_t>(want)) << level;
   }
 }
 
@@ -310,209 +308,157 @@ TEST(CavlcFailures, WhatIsLeftBehind) {
 
 // ------------------------------------------------------------ check orders
 
-struct Args4x4 {
-  uint32_t word[4] = {0x80000000u, 0, 0, 0};
-  uint32_t* wp = word;
+using hux::test::expect_null_checks;
+
+// Every pointer argument null in turn, and the word and block pointers behind
+// them: -8 ahead of any range check, nothing consumed, counted or written.
+TEST(CavlcChecks, PointersFirstThenRanges) {
+  const CavlcTables& t = tables();
+  uint32_t word[2] = {0x80000000u, 0}, *wp = word, *nw = nullptr;
   int32_t off = 31;
-  int16_t num = -99;
-  int16_t blk[16] = {};
-  int16_t* bp = blk;
-  int32_t blk32[16] = {};
-  int32_t* bp32 = blk32;
+  int16_t num = -99, b16[16] = {}, *q16 = b16, *n16 = nullptr;
+  int32_t b32[16] = {}, *q32 = b32, *n32 = nullptr;
+  const auto *tok = t.coeff_token_4x4(), *tz = t.total_zeros_4x4(), *rb = t.run_before();
+  const int32_t* scan = huxextras::kZigzag4x4;
+  int n = 0;
+  for (int k = 0; k < 3; ++k) {  // all set, the word pointer null, the block pointer null
+    uint32_t** w = k == 1 ? &nw : &wp;
+    int16_t** o16 = k == 2 ? &n16 : &q16;
+    int32_t** o32 = k == 2 ? &n32 : &q32;
+    n += expect_null_checks("4x4/16", huxErrNullPtr, {}, huxiDecodeCAVLCCoeffs_H264_1u16s, w, &off, &num, o16, -1, int16_t{3}, tok, tz, rb, scan);
+    n += expect_null_checks("4x4/32", huxErrNullPtr, {}, huxiDecodeCAVLCCoeffs_H264_1u32s, w, &off, &num, o32, -1, 3, tok, tz, rb, scan);
+    for (const uint32_t* ct : {t.coeff_token_chroma420(), t.coeff_token_chroma422()}) {
+      n += expect_null_checks("2x2/32", huxErrNullPtr, {}, huxiDecodeCAVLCChromaDcCoeffs_H264_1u32s, w, &off, &num, o32, ct, t.total_zeros_chroma420(), rb);
+      n += expect_null_checks("2x4/32", huxErrNullPtr, {}, huxiDecodeCAVLCChroma422DcCoeffs_H264_1u32s, w, &off, &num, o32, ct, t.total_zeros_chroma422(), rb);
+      n += expect_null_checks("2x4/16", huxErrNullPtr, {}, huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s, w, &off, &num, o16, ct, t.total_zeros_chroma422(), rb);
+    }
+    if (k == 0) continue;
+    EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(w, &off, &num, o16, -1, 3, tok, tz, rb, scan), huxErrNullPtr) << k;
+    EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u32s(w, &off, &num, o32, -1, 3, tok, tz, rb, scan), huxErrNullPtr) << k;
+    EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u32s(w, &off, &num, o32, t.coeff_token_chroma420(), t.total_zeros_chroma420(), rb), huxErrNullPtr) << k;
+    EXPECT_EQ(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u32s(w, &off, &num, o32, t.coeff_token_chroma422(), t.total_zeros_chroma422(), rb), huxErrNullPtr) << k;
+    EXPECT_EQ(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s(w, &off, &num, o16, t.coeff_token_chroma422(), t.total_zeros_chroma422(), rb), huxErrNullPtr) << k;
+  }
+  EXPECT_EQ(n, 3 * (8 + 8 + 2 * 3 * 7));
+  // Then maxNumCoeff (15 or 16; the 32-bit form looks at all its bits), then vlcSelect.
+  struct Range { int32_t nC, maxNum; HuxResult st; } ranges[] = {
+      {-1, 3, huxErrOutOfRange}, {-1, 16, huxErrOutOfRange}, {0, 14, huxErrOutOfRange}, {0, 0, huxErrOutOfRange}, {0, 0x10010, huxErrOutOfRange}};
+  for (const Range& r : ranges) {
+    if (r.maxNum < 0x10000) {
+      EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&wp, &off, &num, &q16, r.nC, int16_t(r.maxNum), tok, tz, rb, scan), r.st);
+    }
+    EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u32s(&wp, &off, &num, &q32, r.nC, r.maxNum, tok, tz, rb, scan), r.st);
+  }
+  EXPECT_EQ(num, -99);
+  EXPECT_EQ(off, 31);
+  EXPECT_EQ(wp, word);
+  EXPECT_EQ(q16, b16);
+  EXPECT_EQ(q32, b32);
+  for (int i = 0; i < 16; ++i) EXPECT_EQ(b16[i] | b32[i], 0);
+  EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&wp, &off, &num, &q16, 0, 15, tok, tz, rb, scan), huxOk);  // "1": empty
+  EXPECT_EQ(num, 0);
+  wp = word, off = 31, num = -99;
+  EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u32s(&wp, &off, &num, &q32, 0, 15, tok, tz, rb, scan), huxOk);
+  EXPECT_EQ(num + 31 - off, 1);
+}
+
+// The 16-bit 2x2 decoder checks lazily: the cursor, offset and count first,
+// then the word pointer; the tables and the block pointer only when a code
+// needs them, having consumed what came before.
+struct LazyCase {
+  const char* bits;
+  bool tok, blk;
+  HuxResult st;
+  int num, used;
+  int16_t b0, b1;  // the block afterwards (9: untouched)
+};
+const LazyCase kLazy[] = {
+    {"1 0 1", false, true, huxOk, 1, 3, 1, 0},             // TC1 T1 1, +, total_zeros 0: no table needed
+    {"01", false, false, huxOk, 0, 2, 9, 9},               // empty: no block pointer needed
+    {"001 00", false, true, huxErrNullPtr, -99, 0, 9, 9},  // anything else needs coeff_token: nothing consumed
+    {"001 00", true, true, huxErrNullPtr, 2, 5, 0, 0},     // TC2 T1 2, signs: block zeroed, total_zeros needed next
+    {"11", false, false, huxErrNullPtr, 1, 2, 9, 9},       // the block pointer is wanted after token and sign
 };
 
-// Argument `nullArg` (0..7 in the order of the pointers) passed as null.
-HuxResult run4x4(bool wide, Args4x4& a, int nullArg, int32_t nC, int32_t maxNum) {
-  const CavlcTables& t = tables();
-  auto arg = [&](int k, auto* v) { return nullArg == k ? nullptr : v; };
-  const auto* tok = arg(4, t.coeff_token_4x4());
-  const auto* tz = arg(5, t.total_zeros_4x4());
-  const auto* rb = arg(6, t.run_before());
-  const auto* scan = arg(7, huxextras::kZigzag4x4);
-  if (wide) return decode4x4<int32_t>(arg(0, &a.wp), arg(1, &a.off), arg(2, &a.num), arg(3, &a.bp32), nC, maxNum, tok, tz, rb, scan);
-  return decode4x4<int16_t>(arg(0, &a.wp), arg(1, &a.off), arg(2, &a.num), arg(3, &a.bp), nC, maxNum, tok, tz, rb, scan);
-}
-
-TEST(CavlcChecks, Order4x4) {
-  for (bool w : {false, true}) {
-    for (int n = 0; n < 8; ++n) {
-      Args4x4 a;
-      EXPECT_EQ(run4x4(w, a, n, -1, 3), huxErrNullPtr) << n;  // pointers before ranges
-      EXPECT_EQ(a.num, -99);
-    }
-    Args4x4 a;
-    a.wp = nullptr;
-    EXPECT_EQ(run4x4(w, a, -1, -1, 3), huxErrNullPtr);
-    Args4x4 b;
-    b.bp = nullptr;
-    b.bp32 = nullptr;
-    EXPECT_EQ(run4x4(w, b, -1, -1, 3), huxErrNullPtr);
-    Args4x4 c;
-    EXPECT_EQ(run4x4(w, c, -1, -1, 3), huxErrOutOfRange);  // maxNumCoeff before vlcSelect
-    EXPECT_EQ(run4x4(w, c, -1, -1, 16), huxErrOutOfRange);
-    EXPECT_EQ(run4x4(w, c, -1, 0, 14), huxErrOutOfRange);
-    EXPECT_EQ(run4x4(w, c, -1, 0, 0), huxErrOutOfRange);
-    EXPECT_EQ(c.num, -99);
-    EXPECT_EQ(c.off, 31);
-    EXPECT_EQ(run4x4(w, c, -1, 0, 15), huxOk);  // "1": empty block
-    EXPECT_EQ(c.num, 0);
+TEST(CavlcChecks, Chroma2x2Lazy16) {
+  for (const LazyCase& c : kLazy) {
+    auto s = stream(c.bits);
+    uint32_t* p = s.data();
+    int32_t off = 31;
+    int16_t num = -99, b[4] = {9, 9, 9, 9}, *q = b;
+    EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, c.blk ? &q : nullptr,
+                                                       c.tok ? tables().coeff_token_chroma420() : nullptr, nullptr, nullptr),
+              c.st) << c.bits;
+    EXPECT_EQ(num, c.num) << c.bits;
+    EXPECT_EQ(31 - off, c.used) << c.bits;
+    EXPECT_EQ(q, c.st == huxOk && c.num ? b + 4 : b) << c.bits;
+    EXPECT_EQ(b[0], c.b0) << c.bits;
+    EXPECT_EQ(b[1], c.b1) << c.bits;
   }
-  // The 32-bit form looks at all bits of maxNumCoeff.
-  Args4x4 d;
-  EXPECT_EQ(run4x4(true, d, -1, 0, 0x10010), huxErrOutOfRange);
-}
-
-TEST(CavlcChecks, ChromaDcEagerAndLazy) {
-  const CavlcTables& t = tables();
-  // 32-bit 2x2 and both 2x4 decoders test every pointer first.
-  for (int kind = 0; kind < 3; ++kind) {
-    for (int n = 0; n < 9; ++n) {
-      uint32_t word[2] = {0x80000000u, 0};
-      uint32_t* wp = n == 7 ? nullptr : word;
-      int32_t off = 31;
-      int16_t num = -99;
-      int32_t b32[8] = {};
-      int16_t b16[8] = {};
-      int32_t* q32 = n == 8 ? nullptr : b32;
-      int16_t* q16 = n == 8 ? nullptr : b16;
-      uint32_t** a0 = n == 0 ? nullptr : &wp;
-      int32_t* a1 = n == 1 ? nullptr : &off;
-      int16_t* a2 = n == 2 ? nullptr : &num;
-      const uint32_t* a4 = n == 4 ? nullptr : (kind == 0 ? t.coeff_token_chroma420() : t.coeff_token_chroma422());
-      const uint32_t* const* a5 = n == 5 ? nullptr : t.total_zeros_chroma422();
-      const uint32_t* const* a6 = n == 6 ? nullptr : t.run_before();
-      HuxResult st;
-      if (kind == 0)
-        st = huxiDecodeCAVLCChromaDcCoeffs_H264_1u32s(a0, a1, a2, n == 3 ? nullptr : &q32, a4, a5, a6);
-      else if (kind == 1)
-        st = huxiDecodeCAVLCChroma422DcCoeffs_H264_1u32s(a0, a1, a2, n == 3 ? nullptr : &q32, a4, a5, a6);
-      else
-        st = huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s(a0, a1, a2, n == 3 ? nullptr : &q16, a4, a5, a6);
-      EXPECT_EQ(st, huxErrNullPtr) << kind << " " << n;
-      EXPECT_EQ(num, -99);
-      EXPECT_EQ(off, 31);
-    }
-  }
-  // The 16-bit 2x2 decoder: "1 0 1" (TC1 T1 1, +, total_zeros 0) needs no table.
-  auto s = stream("101");
+  auto s = stream("11");
   uint32_t* p = s.data();
+  uint32_t* nw = nullptr;
   int32_t off = 31;
-  int16_t num = 0;
-  int16_t b[4] = {9, 9, 9, 9};
-  int16_t* q = b;
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, &q, nullptr, nullptr, nullptr), huxOk);
-  EXPECT_EQ(num, 1);
-  EXPECT_EQ(b[0], 1);
-  EXPECT_EQ(b[1], 0);
-  EXPECT_EQ(q, b + 4);
-  EXPECT_EQ(off, 28);
-  // "01": empty, no block pointer needed.
-  s = stream("01");
-  p = s.data();
-  off = 31;
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, nullptr, nullptr, nullptr, nullptr), huxOk);
-  EXPECT_EQ(num, 0);
-  EXPECT_EQ(off, 29);
-  // Anything else needs the coeff_token table: nothing consumed without it.
-  s = stream("001 00");
-  p = s.data();
-  off = 31;
-  num = -99;
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, &q, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(off, 31);
+  int16_t num = -99, b[4], *q = b;
+  EXPECT_EQ(expect_null_checks("2x2/16", huxErrNullPtr, {3}, huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s, &p, &off, &num, &q, nullptr, nullptr, nullptr), 3);
+  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&nw, &off, &num, &q, nullptr, nullptr, nullptr), huxErrNullPtr);
   EXPECT_EQ(num, -99);
-  // With it, TC2 T1 2 ("001", signs "00"), total_zeros(2) needed next.
-  q = b;
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, &q, tables().coeff_token_chroma420(), nullptr,
-                                                     nullptr),
-            huxErrNullPtr);
-  EXPECT_EQ(num, 2);
-  EXPECT_EQ(off, 26);
-  EXPECT_EQ(q, b);
-  // A missing block pointer is found after the token and its sign.
-  s = stream("11");
-  p = s.data();
-  off = 31;
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, nullptr, nullptr, nullptr, nullptr),
-            huxErrNullPtr);
-  EXPECT_EQ(num, 1);
-  EXPECT_EQ(off, 29);
-  // Entry checks: cursor, offset, count, then the word pointer.
-  uint32_t* nullWord = nullptr;
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(nullptr, &off, &num, &q, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, nullptr, &num, &q, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, nullptr, &q, nullptr, nullptr, nullptr), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&nullWord, &off, &num, &q, nullptr, nullptr, nullptr),
-            huxErrNullPtr);
+  EXPECT_EQ(off, 31);
 }
 
 // ------------------------------------------------------------ Exp-Golomb
 
-struct GolombCase {
-  int m;  // leading zeros
-  uint32_t info;
-  int32_t unsignedValue, signedValue;
-};
-
-class ExpGolomb : public ::testing::TestWithParam<GolombCase> {};
-
-TEST_P(ExpGolomb, Examples) {
-  const GolombCase& c = GetParam();
-  for (int off0 : {31, 1, 0}) {
-    WordBitWriter w(off0, 0x12345678u);
-    w.put(0, c.m);
-    w.put_bit(1);
-    w.put(c.info, c.m);
-    auto s = w.words(1, 0xffffffffu);
-    for (int sgn = 0; sgn < 2; ++sgn) {
-      uint32_t* p = s.data();
-      int32_t off = off0;
-      int32_t v32 = 0;
-      ASSERT_EQ(huxiDecodeExpGolombOne_H264_1u32s(&p, &off, &v32, sgn), huxOk);
-      EXPECT_EQ(v32, sgn ? c.signedValue : c.unsignedValue);
-      EXPECT_EQ((p - s.data()) * 32 + (31 - off) - (31 - off0), 2 * c.m + 1);
-      p = s.data();
-      off = off0;
-      int16_t v16 = 0;
-      ASSERT_EQ(huxiDecodeExpGolombOne_H264_1u16s(&p, &off, &v16, static_cast<uint8_t>(sgn ? 0x80 : 0)), huxOk);
-      EXPECT_EQ(v16, static_cast<int16_t>(sgn ? c.signedValue : c.unsignedValue));
-      EXPECT_EQ((p - s.data()) * 32 + (31 - off) - (31 - off0), 2 * c.m + 1);
+// "1" = 0, "010" = 1 (signed 1), "011" = 2 (signed -1), and longer codes
+// across word boundaries, in both widths from three start offsets.
+TEST(ExpGolomb, Examples) {
+  struct { int m; uint32_t info; int32_t u, s; } const cases[] = {
+      {0, 0, 0, 0}, {1, 0, 1, 1}, {1, 1, 2, -1}, {2, 0, 3, 2}, {2, 3, 6, -3}, {8, 0, 255, 128},
+      {16, 0, 65535, 32768}, {16, 0xffff, 131070, -65535}, {30, 0x3fffffff, 2147483646, -1073741823},
+      {31, 0, 2147483647, 1073741824}};
+  for (const auto& c : cases)
+    for (int off0 : {31, 1, 0}) {
+      WordBitWriter w(off0, 0x12345678u);
+      w.put(0, c.m);
+      w.put_bit(1);
+      w.put(c.info, c.m);
+      auto s = w.words(1, 0xffffffffu);
+      for (int sgn = 0; sgn < 4; ++sgn) {
+        uint32_t* p = s.data();
+        int32_t off = off0, v32 = 0;
+        int16_t v16 = 0;
+        const int32_t want = sgn & 1 ? c.s : c.u;
+        if (sgn < 2) {
+          ASSERT_EQ(huxiDecodeExpGolombOne_H264_1u32s(&p, &off, &v32, sgn), huxOk);
+          EXPECT_EQ(v32, want) << c.m << " " << c.info;
+        } else {
+          ASSERT_EQ(huxiDecodeExpGolombOne_H264_1u16s(&p, &off, &v16, static_cast<uint8_t>(sgn & 1 ? 0x80 : 0)), huxOk);
+          EXPECT_EQ(v16, static_cast<int16_t>(want)) << c.m << " " << c.info;
+        }
+        EXPECT_EQ((p - s.data()) * 32 + (off0 - off), 2 * c.m + 1);
+      }
     }
-  }
 }
 
-// "1" = 0, "010" = 1 (signed 1), "011" = 2 (signed -1), and longer codes
-// across word boundaries.
-INSTANTIATE_TEST_SUITE_P(
-    Codes, ExpGolomb,
-    ::testing::Values(GolombCase{0, 0, 0, 0}, GolombCase{1, 0, 1, 1}, GolombCase{1, 1, 2, -1},
-                      GolombCase{2, 0, 3, 2}, GolombCase{2, 3, 6, -3}, GolombCase{8, 0, 255, 128},
-                      GolombCase{16, 0, 65535, 32768}, GolombCase{16, 0xffff, 131070, -65535},
-                      GolombCase{30, 0x3fffffff, 2147483646, -1073741823},
-                      GolombCase{31, 0, 2147483647, 1073741824}));
-
-TEST(ExpGolombChecks, OffsetAbove31AndNullPointers) {
-  uint32_t w[2] = {0x80000000u, 0};
-  uint32_t* p = w;
+// Nulls come before the offset; an offset outside 0..31 leaves everything.
+TEST(ExpGolomb, NullPointersThenOffset) {
+  uint32_t w[2] = {0x80000000u, 0}, *p = w, *nw = nullptr;
   int16_t v16 = 7;
-  int32_t v32 = 7;
-  for (int32_t bad : {32, 33, -1, INT32_MIN}) {
-    int32_t off = bad;
+  int32_t v32 = 7, off = 40;
+  EXPECT_EQ(expect_null_checks("eg16", huxErrNullPtr, {}, huxiDecodeExpGolombOne_H264_1u16s, &p, &off, &v16, uint8_t{0}) +
+                expect_null_checks("eg32", huxErrNullPtr, {}, huxiDecodeExpGolombOne_H264_1u32s, &p, &off, &v32, 1), 6);
+  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u32s(&nw, &off, &v32, 0), huxErrNullPtr);
+  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u16s(&nw, &off, &v16, 0), huxErrNullPtr);
+  for (int32_t bad : {32, 33, 40, -1, INT32_MIN}) {
+    off = bad;
     EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u16s(&p, &off, &v16, 0), huxErrBadArg);
     EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u32s(&p, &off, &v32, 1), huxErrBadArg);
     EXPECT_EQ(off, bad);
   }
-  EXPECT_EQ(v16, 7);
-  EXPECT_EQ(v32, 7);
+  EXPECT_EQ(v16 + v32, 14);
   EXPECT_EQ(p, w);
-  int32_t off = 40;  // nulls come before the offset
-  uint32_t* nullWord = nullptr;
-  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u32s(&nullWord, &off, &v32, 0), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u32s(&p, &off, nullptr, 0), huxErrNullPtr);
-  EXPECT_EQ(huxiDecodeExpGolombOne_H264_1u16s(&p, nullptr, &v16, 0), huxErrNullPtr);
 }
 
-TEST(ExpGolombChecks, RandomRoundTripBothReaders) {
+TEST(ExpGolomb, RandomRoundTripBothReaders) {
   hux::test::Rng rng(5);
   for (int off0 = 0; off0 < 32; ++off0) {
     WordBitWriter w(off0, rng());
