@@ -1,7 +1,9 @@
 // Behaviour of the SAD exports: pointer checks, selector handling, the
-// half-sample rounding, the 16-bit wrap and step rules, candidate lines.
+// half-sample rounding, the 16-bit wrap and step rules, candidate lines, as
+// hand-computed cases.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <numeric>
 #include <vector>
 
@@ -50,91 +52,125 @@ TEST(SadExports, EveryCheckedPointerNullGivesNullPtrStatus) {
   for (auto v : d16) ASSERT_EQ(v, 1);
 }
 
-TEST(SadExports, IntegerPositionOnKnownData) {
-  std::vector<uint8_t> cur(32 * 32), ref(32 * 32);
-  for (size_t i = 0; i < cur.size(); ++i) {
-    cur[i] = static_cast<uint8_t>(10 + (i * 7) % 200);
-    ref[i] = static_cast<uint8_t>(cur[i] + ((i & 1) ? 5 : -3));
-  }
-  struct Shape {
-    HuxResult(HUX_STDCALL* f)(const uint8_t*, int32_t, const uint8_t*, int32_t, int32_t*, int32_t);
-    int w, h;
-  };
-  for (auto s : {Shape{huxiSAD16x16_8u32s, 16, 16}, Shape{huxiSAD16x8_8u32s_C1R, 16, 8}, Shape{huxiSAD8x8_8u32s_C1R, 8, 8},
-                 Shape{huxiSAD8x16_8u32s_C1R, 8, 16}, Shape{huxiSAD8x4_8u32s_C1R, 8, 4}, Shape{huxiSAD4x8_8u32s_C1R, 4, 8},
-                 Shape{huxiSAD4x4_8u32s, 4, 4}}) {
-    int32_t sad = -1;
-    ASSERT_EQ(s.f(cur.data(), 32, ref.data(), 32, &sad, 0), huxOk);
-    EXPECT_EQ(sad, s.w * s.h * 4) << s.w << "x" << s.h;  // every difference is 3 or 5, half of each
-  }
+// ------------------------------------------------------------ by hand
+
+using Vals = std::vector<int64_t>;
+template <class T>
+Vals V(const T* p, size_t n) {
+  return Vals(p, p + n);
+}
+template <class T>
+std::vector<T> grid(int w, int h, T (*f)(int x, int y)) {
+  std::vector<T> v(static_cast<size_t>(w * h));
+  for (int y = 0; y < h; ++y)
+    for (int x = 0; x < w; ++x) v[static_cast<size_t>(y * w + x)] = f(x, y);
+  return v;
+}
+template <class T>
+using SadFn = HuxResult(HUX_STDCALL*)(const T*, int32_t, const T*, int32_t, int32_t*, int32_t);
+// Each selector through each export, in that order.
+template <class T>
+Vals sads(std::initializer_list<int32_t> mcs, std::initializer_list<SadFn<T>> fs, const std::vector<T>& c, int32_t cs,
+          const std::vector<T>& r, int32_t rs) {
+  Vals o;
+  for (int32_t mc : mcs)
+    for (SadFn<T> f : fs) {
+      int32_t s = -1;
+      EXPECT_EQ(f(c.data(), cs, r.data(), rs, &s, mc), huxOk);
+      o.push_back(s);
+    }
+  return o;
+}
+Vals cat(std::initializer_list<Vals> parts) {
+  Vals o;
+  for (const Vals& p : parts) o.insert(o.end(), p.begin(), p.end());
+  return o;
 }
 
-// The four positions on a reference whose interpolated values need rounding:
-// rows alternate 0/1 and columns alternate 0/1 so each average is a half.
-TEST(SadExports, HalfSampleRoundingAndSelectorMasking) {
-  std::vector<uint8_t> ref(17 * 17), zero(16 * 16, 0);
-  for (int y = 0; y < 17; ++y)
-    for (int x = 0; x < 17; ++x) ref[static_cast<size_t>(y * 17 + x)] = static_cast<uint8_t>(((x + y) & 1) * 3);
-  // integer: half the samples are 3; vertical/horizontal: (0+3+1)>>1 = 2; diagonal: (0+3+3+0+2)>>2 = 2.
-  const int32_t expect[4] = {128 * 3, 256 * 2, 256 * 2, 256 * 2};
-  for (int32_t mc : {0, 1, 4, 5, 8, 11, 12, 13, 15}) {
-    int32_t s16 = -1, s8 = -1, s168 = -1;
-    ASSERT_EQ(huxiSAD16x16_8u32s(zero.data(), 16, ref.data(), 17, &s16, mc), huxOk);
-    ASSERT_EQ(huxiSAD8x8_8u32s_C1R(zero.data(), 16, ref.data(), 17, &s8, mc), huxOk);
-    ASSERT_EQ(huxiSAD16x8_8u32s_C1R(zero.data(), 16, ref.data(), 17, &s168, mc), huxOk);
-    EXPECT_EQ(s16, expect[mc >> 2]) << mc;
-    EXPECT_EQ(s8, expect[mc >> 2] / 4) << mc;
-    EXPECT_EQ(s168, expect[mc >> 2] / 2) << mc;
-  }
-  // Shapes without half-sample forms ignore the selector.
-  int32_t s = -1;
-  ASSERT_EQ(huxiSAD8x16_8u32s_C1R(zero.data(), 16, ref.data(), 17, &s, 12), huxOk);
-  EXPECT_EQ(s, 64 * 3);
-}
+struct HandCase {
+  const char* name;
+  std::function<Vals()> run;
+  Vals expect;
+};
+std::ostream& operator<<(std::ostream& os, const HandCase& c) { return os << c.name; }
 
-TEST(SadExports, WordSamplesSaturateTheirInterpolation) {
-  std::vector<uint16_t> cur(16 * 16, 0), ref(17 * 17, 65535);
-  for (int mode = 0; mode < 4; ++mode) {
-    int32_t a = -1, b = -1, c = -1;
-    ASSERT_EQ(huxiSAD16x16_16u32s_C1R(cur.data(), 32, ref.data(), 34, &a, mode * 4), huxOk);
-    ASSERT_EQ(huxiSAD8x8_16u32s_C1R(cur.data(), 32, ref.data(), 34, &b, mode * 4), huxOk);
-    ASSERT_EQ(huxiSAD4x4_16u32s_C1R(cur.data(), 32, ref.data(), 34, &c, mode * 4), huxOk);
-    const int32_t per = mode == 0 ? 65535 : (mode == 3 ? 16383 : 32767);
-    EXPECT_EQ(a, 256 * per) << mode;
-    EXPECT_EQ(b, 64 * per) << mode;
-    EXPECT_EQ(c, 16 * per) << mode;
-  }
-}
+const HandCase kHand[] = {
+    // Differences of 3 and 5, half of each: 4 per sample in every shape.
+    {"integer_known_data", [] {
+       auto cur = grid<uint8_t>(32, 32, [](int x, int y) { return uint8_t(10 + ((y * 32 + x) * 7) % 200); });
+       auto ref = cur;
+       for (size_t i = 0; i < ref.size(); ++i) ref[i] = uint8_t(ref[i] + ((i & 1) ? 5 : -3));
+       return sads<uint8_t>({0}, {huxiSAD16x16_8u32s, huxiSAD16x8_8u32s_C1R, huxiSAD8x8_8u32s_C1R, huxiSAD8x16_8u32s_C1R,
+                             huxiSAD8x4_8u32s_C1R, huxiSAD4x8_8u32s_C1R, huxiSAD4x4_8u32s}, cur, 32, ref, 32); },
+     {1024, 512, 256, 512, 128, 128, 64}},
+    // A checkerboard of 0 and 3 against zero: integer 3 on half the samples;
+    // vertical/horizontal (0+3+1)>>1 = 2, diagonal (0+3+3+0+2)>>2 = 2. The
+    // selector's low bits are ignored; 8x16 has no half-sample forms.
+    {"half_sample_rounding_and_selector_masking", [] {
+       auto ref = grid<uint8_t>(17, 17, [](int x, int y) { return uint8_t(((x + y) & 1) * 3); });
+       std::vector<uint8_t> zero(16 * 16, 0);
+       return cat({sads<uint8_t>({0, 1, 4, 5, 8, 11, 12, 13, 15}, {huxiSAD16x16_8u32s, huxiSAD8x8_8u32s_C1R, huxiSAD16x8_8u32s_C1R},
+                                 zero, 16, ref, 17),
+                   sads<uint8_t>({12}, {huxiSAD8x16_8u32s_C1R}, zero, 16, ref, 17)}); },
+     {384, 96, 192, 384, 96, 192, 512, 128, 256, 512, 128, 256, 512, 128, 256, 512, 128, 256,
+      512, 128, 256, 512, 128, 256, 512, 128, 256, 192}},
+    // Word samples of 65535 against 0: the interpolation saturates at 16 bits.
+    {"word_interpolation_saturates", [] {
+       std::vector<uint16_t> cur(16 * 16, 0), ref(17 * 17, 65535);
+       return sads<uint16_t>({0, 4, 8, 12}, {huxiSAD16x16_16u32s_C1R, huxiSAD8x8_16u32s_C1R, huxiSAD4x4_16u32s_C1R}, cur, 32, ref, 34); },
+     {256 * 65535, 64 * 65535, 16 * 65535, 256 * 32767, 64 * 32767, 16 * 32767,
+      256 * 32767, 64 * 32767, 16 * 32767, 256 * 16383, 64 * 16383, 16 * 16383}},
+    // 4x4 block k of the reference holds k + 1: sub-blocks in raster order.
+    {"sub_blocks_in_raster_order", [] {
+       auto ref = grid<uint8_t>(16, 16, [](int x, int y) { return uint8_t((y / 4) * 4 + x / 4 + 1); });
+       std::vector<uint8_t> cur(16 * 16, 0);
+       uint16_t b4[16], b8[4];
+       EXPECT_EQ(huxiSAD16x16Blocks4x4_8u16u(cur.data(), 16, ref.data(), 16, b4, 0), huxOk);
+       EXPECT_EQ(huxiSAD16x16Blocks8x8_8u16u(cur.data(), 16, ref.data(), 16, b8, 0), huxOk);
+       return cat({V(b4, 16), V(b8, 4)}); },
+     {16, 32, 48, 64, 80, 96, 112, 128, 144, 160, 176, 192, 208, 224, 240, 256, 224, 352, 736, 864}},
+    // Word sub-blocks: |40000 - 0| wraps to 25536 and 32768 to -32768
+    // (magnitude 32768); a step of 35 bytes is evened to 34, so the sample at
+    // row 5, column 9 of 17-sample rows falls in 4x4 block 6.
+    {"word_sub_blocks_wrap_and_even_the_step", [] {
+       std::vector<uint16_t> cur(17 * 16, 0), ref(17 * 16, 0);
+       cur[0] = 40000;
+       ref[17 * 5 + 9] = 3;
+       uint32_t b8[4], b4[16], c4[16];
+       EXPECT_EQ(huxiSAD16x16Blocks8x8_16u32u_C1R(cur.data(), 35, ref.data(), 35, b8, 0), huxOk);
+       EXPECT_EQ(huxiSAD16x16Blocks4x4_16u32u_C1R(cur.data(), 35, ref.data(), 35, b4, 0), huxOk);
+       cur[1] = 32768;
+       EXPECT_EQ(huxiSAD16x16Blocks4x4_16u32u_C1R(cur.data(), 34, ref.data(), 34, c4, 0), huxOk);
+       return cat({V(b8, 4), V(b4, 16), V(c4, 16)}); },
+     {25536, 3, 0, 0, 25536, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+      25536 + 32768, 0, 0, 0, 0, 0, 3, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
+    // A step between rows 7 and 8 only: the frame SAD skips that pair, the
+    // field pairs (6, 8) and (7, 9) cross it.
+    {"frame_field_skips_the_middle_row_pair", [] {
+       auto b = grid<uint8_t>(16, 16, [](int, int y) { return uint8_t(y >= 8 ? 9 : 0); });
+       auto w = grid<int16_t>(16, 16, [](int, int y) { return int16_t(y >= 8 ? -30000 : 0); });
+       int32_t f[4] = {-1, -1, -1, -1};
+       EXPECT_EQ(huxiFrameFieldSAD16x16_8u32s_C1R(b.data(), 16, &f[0], &f[1]), huxOk);
+       EXPECT_EQ(huxiFrameFieldSAD16x16_16s32s_C1R(w.data(), 32, &f[2], &f[3]), huxOk);
+       return V(f, 4); },
+     {0, 2 * 16 * 9, 0, 2 * 16 * 30000}},
+    // Rows 200 - e[x] against a flat 200: candidate k costs 4 * (e[k] + ...
+    // + e[k+3]), 8 at candidates 3 and 5; the lower index wins the tie.
+    {"best_index_takes_the_lowest_of_equal_minima", [] {
+       static const int e[11] = {100, 100, 100, 0, 2, 0, 0, 2, 0, 100, 100};
+       auto ref = grid<uint8_t>(11, 4, [](int x, int) { return uint8_t(200 - e[x]); });
+       std::vector<uint8_t> cur(4 * 4, 200);
+       uint16_t sads[8];
+       uint32_t idx = 99;
+       EXPECT_EQ(huxiSAD4x4xNI_8u16u_C1R(cur.data(), 4, ref.data(), 11, sads, 8, &idx), huxOk);
+       return cat({V(sads, 8), {idx}}); },
+     {1200, 808, 408, 8, 16, 8, 408, 808, 3}},
+};
 
-TEST(SadExports, SubBlocksInRasterOrder) {
-  std::vector<uint8_t> cur(16 * 16, 0), ref(16 * 16, 0);
-  for (int y = 0; y < 16; ++y)
-    for (int x = 0; x < 16; ++x) ref[static_cast<size_t>(y * 16 + x)] = static_cast<uint8_t>((y / 4) * 4 + x / 4 + 1);
-  uint16_t b4[16], b8[4];
-  ASSERT_EQ(huxiSAD16x16Blocks4x4_8u16u(cur.data(), 16, ref.data(), 16, b4, 0), huxOk);
-  ASSERT_EQ(huxiSAD16x16Blocks8x8_8u16u(cur.data(), 16, ref.data(), 16, b8, 0), huxOk);
-  for (int i = 0; i < 16; ++i) EXPECT_EQ(b4[i], 16 * (i + 1)) << i;
-  const int q[4] = {0, 2, 8, 10};  // top-left 4x4 block of each quarter
-  for (int i = 0; i < 4; ++i) EXPECT_EQ(b8[i], b4[q[i]] + b4[q[i] + 1] + b4[q[i] + 4] + b4[q[i] + 5]) << i;
-}
-
-TEST(SadExports, WordSubBlocksWrapDifferencesAndEvenTheSteps) {
-  // 16 rows of 16 samples with a step of 34 bytes; the call passes 35.
-  std::vector<uint16_t> cur(17 * 16, 0), ref(17 * 16, 0);
-  cur[0] = 40000;                       // |40000 - 0| wraps to 25536
-  ref[17 * 5 + 9] = 3;                  // row 5, column 9 under the evened step
-  uint32_t b8[4], b4[16];
-  ASSERT_EQ(huxiSAD16x16Blocks8x8_16u32u_C1R(cur.data(), 35, ref.data(), 35, b8, 0), huxOk);
-  ASSERT_EQ(huxiSAD16x16Blocks4x4_16u32u_C1R(cur.data(), 35, ref.data(), 35, b4, 0), huxOk);
-  EXPECT_EQ(b8[0], 25536u);
-  EXPECT_EQ(b8[1], 3u);
-  EXPECT_EQ(b8[2] + b8[3], 0u);
-  EXPECT_EQ(b4[0], 25536u);
-  EXPECT_EQ(b4[6], 3u);
-  cur[1] = 32768;  // -32768 after the wrap: magnitude 32768
-  ASSERT_EQ(huxiSAD16x16Blocks4x4_16u32u_C1R(cur.data(), 34, ref.data(), 34, b4, 0), huxOk);
-  EXPECT_EQ(b4[0], 25536u + 32768u);
-}
+class SadHand : public ::testing::TestWithParam<HandCase> {};
+TEST_P(SadHand, Values) { EXPECT_EQ(GetParam().run(), GetParam().expect); }
+INSTANTIATE_TEST_SUITE_P(Cases, SadHand, ::testing::ValuesIn(kHand),
+                         [](const ::testing::TestParamInfo<HandCase>& p) { return std::string(p.param.name); });
 
 struct LineCase {
   int32_t n;
@@ -178,38 +214,6 @@ INSTANTIATE_TEST_SUITE_P(Counts, SadLineCounts,
                                            LineCase{15, huxOk, 8}, LineCase{16, huxOk, 16},
                                            LineCase{47, huxOk, 40}));
 
-TEST(SadExports, BestIndexTakesTheLowestOfEqualMinima) {
-  // Row samples 200 - e[x]; against a flat block of 200 candidate k costs
-  // 4 * (e[k] + ... + e[k+3]): 2 at candidates 3 and 5, more everywhere else.
-  const int e[11] = {100, 100, 100, 0, 2, 0, 0, 2, 0, 100, 100};
-  std::vector<uint8_t> ref(4 * 11), cur(4 * 4, 200);
-  for (int y = 0; y < 4; ++y)
-    for (int x = 0; x < 11; ++x) ref[static_cast<size_t>(y * 11 + x)] = static_cast<uint8_t>(200 - e[x]);
-  uint16_t sads[8];
-  uint32_t idx = 99;
-  ASSERT_EQ(huxiSAD4x4xNI_8u16u_C1R(cur.data(), 4, ref.data(), 11, sads, 8, &idx), huxOk);
-  ASSERT_EQ(sads[3], 8);
-  ASSERT_EQ(sads[5], 8);
-  for (int k = 0; k < 8; ++k)
-    if (k != 3 && k != 5) {
-      ASSERT_GT(sads[k], 8) << k;
-    }
-  EXPECT_EQ(idx, 3u);
-}
-
-TEST(SadExports, FrameFieldSkipsTheMiddleRowPair) {
-  std::vector<uint8_t> b(16 * 16, 0);
-  std::vector<int16_t> w(16 * 16, 0);
-  for (int x = 0; x < 16; ++x)
-    for (int y = 8; y < 16; ++y) b[static_cast<size_t>(y * 16 + x)] = 9, w[static_cast<size_t>(y * 16 + x)] = -30000;
-  int32_t fr = -1, fi = -1;
-  ASSERT_EQ(huxiFrameFieldSAD16x16_8u32s_C1R(b.data(), 16, &fr, &fi), huxOk);
-  EXPECT_EQ(fr, 0);            // the step lies between rows 7 and 8 only
-  EXPECT_EQ(fi, 2 * 16 * 9);   // field pairs (6,8) and (7,9) cross it
-  ASSERT_EQ(huxiFrameFieldSAD16x16_16s32s_C1R(w.data(), 32, &fr, &fi), huxOk);
-  EXPECT_EQ(fr, 0);
-  EXPECT_EQ(fi, 2 * 16 * 30000);
-}
 
 TEST(SadExports, SubSadWritesResidualAndSad) {
   Rng rng(3);
