@@ -116,6 +116,14 @@ std::vector<T> to(const Mat& m) {
   return std::vector<T>(m.begin(), m.end());
 }
 
+// The block `in` as T through `call`, which must give `want`.
+template <class T, class F>
+void expect_model(const Mat& in, const Mat& want, int qp, F call) {
+  std::vector<T> b = to<T>(in);
+  ASSERT_EQ(call(b.data()), huxOk) << "qp " << qp;
+  for (size_t k = 0; k < want.size(); ++k) ASSERT_EQ(b[k], want[k]) << "qp " << qp << " k " << k;
+}
+
 // ---------------------------------------------------------------- model tests, every QP
 
 // The 4x4 residual forms on the same blocks: in place (any row step, nothing
@@ -209,14 +217,9 @@ TEST(TransformModel, Luma8x8DequantAndInverse) {
       Mat d(64);
       for (int k = 0; k < 64; ++k)
         d[k] = q6 >= 6 ? sh(c[k] * scale[k], q6 - 6) : (c[k] * scale[k] + (int64_t{1} << (5 - q6))) >> (6 - q6);
-      if (q6 <= 8 && fits16(d)) {
-        std::vector<int16_t> b = to<int16_t>(c);
-        ASSERT_EQ(huxiQuantLuma8x8Inv_H264_16s_C1I(b.data(), q6, scale.data()), huxOk);
-        for (int k = 0; k < 64; ++k) ASSERT_EQ(b[k], d[k]) << q6;
-      }
-      std::vector<int32_t> b32 = to<int32_t>(c);
-      ASSERT_EQ(huxiQuantInvLuma8x8_H264_32s_C1I(b32.data(), q6, scale.data()), huxOk);
-      for (int k = 0; k < 64; ++k) ASSERT_EQ(b32[k], d[k]) << q6;
+      if (q6 <= 8 && fits16(d))
+        expect_model<int16_t>(c, d, q6, [&](int16_t* b) { return huxiQuantLuma8x8Inv_H264_16s_C1I(b, q6, scale.data()); });
+      expect_model<int32_t>(c, d, q6, [&](int32_t* b) { return huxiQuantInvLuma8x8_H264_32s_C1I(b, q6, scale.data()); });
     }
   for (int t = 0; t < 1000; ++t) {
     const Mat d = levels(rng, 64, t & 1 ? 8000 : 1000, [](int) { return int64_t{1}; });
@@ -237,80 +240,44 @@ TEST(TransformModel, Luma8x8DequantAndInverse) {
 }
 
 // Luma DC (Intra 16x16): Hadamard, then the DC scaling with LevelScale4x4(qP % 6, 0, 0).
+// Chroma DC: 4:2:0 ((f x LS) << qP/6) >> 5; 4:2:2 at qP + 3, rounded below 36.
 int64_t lumaDcScale(int64_t f, int64_t ls, int qp) {
   return qp >= 36 ? sh(f * ls, qp / 6 - 6) : (f * ls + (int64_t{1} << (5 - qp / 6))) >> (6 - qp / 6);
 }
-TEST(TransformModel, LumaDC) {
+TEST(TransformModel, LumaAndChromaDC) {
   Rng rng(16);
   for (int qp = 0; qp <= 87; ++qp)
     for (int t = 0; t < 40; ++t) {
       const bool flat = t & 1;
-      const int16_t ls = flat ? static_cast<int16_t>(flatLS(qp % 6, 0)) : static_cast<int16_t>(16 * (1 + rng() % 255));
+      const int16_t custom = static_cast<int16_t>(16 * (1 + rng() % 255)), arr[16] = {custom};
+      const int16_t* sc = flat ? nullptr : arr;
+      auto ls = [&](int q) { return flat ? static_cast<int16_t>(flatLS(q % 6, 0)) : custom; };
       Mat c(16);
-      const int64_t lim = std::max<int64_t>(1, 2000 / std::max<int64_t>(1, sh(ls, qp / 6 - 6)));
+      const int64_t lim = std::max<int64_t>(1, 2000 / std::max<int64_t>(1, sh(ls(qp), qp / 6 - 6)));
       for (auto& x : c) x = std::uniform_int_distribution<int64_t>(-lim, lim)(rng);
       const Mat f = hadamard(c, 4, 4);
       Mat e(16);
-      for (int k = 0; k < 16; ++k) e[k] = lumaDcScale(f[k], ls, qp);
-      const int16_t lsArr[16] = {ls};
+      for (int k = 0; k < 16; ++k) e[k] = lumaDcScale(f[k], ls(qp), qp);
       if (qp <= 51 && fits16(e) && l1(c) <= 32767) {
-        std::vector<int16_t> b = to<int16_t>(c);
-        ASSERT_EQ(huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(b.data(), qp, flat ? nullptr : lsArr), huxOk);
-        for (int k = 0; k < 16; ++k) ASSERT_EQ(b[k], e[k]) << qp;
-        if (flat) {
-          b = to<int16_t>(c);
-          ASSERT_EQ(huxiTransformDequantLumaDC_H264_16s_C1I(b.data(), qp), huxOk);
-          for (int k = 0; k < 16; ++k) ASSERT_EQ(b[k], e[k]) << qp;
-        }
+        expect_model<int16_t>(c, e, qp, [&](int16_t* b) { return huxiTransformQuantInvLumaDC4x4_H264_16s_C1I(b, qp, sc); });
+        if (flat) expect_model<int16_t>(c, e, qp, [&](int16_t* b) { return huxiTransformDequantLumaDC_H264_16s_C1I(b, qp); });
       }
-      std::vector<int32_t> b32 = to<int32_t>(c);
-      ASSERT_EQ(huxiTransformQuantInvLumaDC4x4_H264_32s_C1I(b32.data(), qp, flat ? nullptr : lsArr), huxOk);
-      for (int k = 0; k < 16; ++k) ASSERT_EQ(b32[k], e[k]) << qp;
-    }
-}
-
-TEST(TransformModel, ChromaDC420And422) {
-  Rng rng(17);
-  for (int qp = 0; qp <= 75; ++qp)
-    for (int t = 0; t < 40; ++t) {
-      const bool flat = t & 1;
-      const int16_t custom = static_cast<int16_t>(16 * (1 + rng() % 255));
-      const int16_t ls2 = flat ? static_cast<int16_t>(flatLS(qp % 6, 0)) : custom;
-      const int16_t ls4 = flat ? static_cast<int16_t>(flatLS((qp + 3) % 6, 0)) : custom;
-      const int16_t arr[16] = {custom};
-      Mat c(8);
-      for (auto& x : c) x = std::uniform_int_distribution<int64_t>(-300, 300)(rng);
-      // 4:2:0: ((f x LS) << qP/6) >> 5.
-      const Mat c4(c.begin(), c.begin() + 4);
-      const Mat f2 = hadamard(c4, 2, 2);
-      Mat e2(4);
-      for (int k = 0; k < 4; ++k) e2[k] = sh(f2[k] * ls2, qp / 6) >> 5;
-      // 4:2:2: qP + 3, rounded below 36.
-      const Mat f4 = hadamard(c, 4, 2);
-      Mat e4(8);
-      for (int k = 0; k < 8; ++k) e4[k] = lumaDcScale(f4[k], ls4, qp + 3);
-      if (qp <= 39) {
-        if (fits16(e2)) {
-          std::vector<int16_t> b = to<int16_t>(c4);
-          ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(b.data(), qp, flat ? nullptr : arr), huxOk);
-          for (int k = 0; k < 4; ++k) ASSERT_EQ(b[k], e2[k]) << qp;
-        }
-        if (fits16(e4)) {
-          std::vector<int16_t> b = to<int16_t>(c);
-          ASSERT_EQ(huxiTransformQuantInvChromaDC2x4_H264_16s_C1I(b.data(), qp, flat ? nullptr : arr), huxOk);
-          for (int k = 0; k < 8; ++k) ASSERT_EQ(b[k], e4[k]) << qp;
-        }
-      }
-      if (qp <= 51 && flat && fits16(e2)) {
-        std::vector<int16_t> b = to<int16_t>(c4);
-        ASSERT_EQ(huxiTransformDequantChromaDC_H264_16s_C1I(b.data(), qp), huxOk);
-        for (int k = 0; k < 4; ++k) ASSERT_EQ(b[k], e2[k]) << qp;
-      }
-      std::vector<int32_t> b2 = to<int32_t>(c4), b4 = to<int32_t>(c);
-      ASSERT_EQ(huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(b2.data(), qp, flat ? nullptr : arr), huxOk);
-      ASSERT_EQ(huxiTransformQuantInvChromaDC2x4_H264_32s_C1I(b4.data(), qp, flat ? nullptr : arr), huxOk);
-      for (int k = 0; k < 4; ++k) ASSERT_EQ(b2[k], e2[k]) << qp;
-      for (int k = 0; k < 8; ++k) ASSERT_EQ(b4[k], e4[k]) << qp;
+      expect_model<int32_t>(c, e, qp, [&](int32_t* b) { return huxiTransformQuantInvLumaDC4x4_H264_32s_C1I(b, qp, sc); });
+      if (qp > 75) continue;
+      Mat d(8);
+      for (auto& x : d) x = std::uniform_int_distribution<int64_t>(-300, 300)(rng);
+      const Mat d4(d.begin(), d.begin() + 4), f2 = hadamard(d4, 2, 2), f4 = hadamard(d, 4, 2);
+      Mat e2(4), e4(8);
+      for (int k = 0; k < 4; ++k) e2[k] = sh(f2[k] * ls(qp), qp / 6) >> 5;
+      for (int k = 0; k < 8; ++k) e4[k] = lumaDcScale(f4[k], ls(qp + 3), qp + 3);
+      if (qp <= 39 && fits16(e2))
+        expect_model<int16_t>(d4, e2, qp, [&](int16_t* b) { return huxiTransformQuantInvChromaDC2x2_H264_16s_C1I(b, qp, sc); });
+      if (qp <= 39 && fits16(e4))
+        expect_model<int16_t>(d, e4, qp, [&](int16_t* b) { return huxiTransformQuantInvChromaDC2x4_H264_16s_C1I(b, qp, sc); });
+      if (qp <= 51 && flat && fits16(e2))
+        expect_model<int16_t>(d4, e2, qp, [&](int16_t* b) { return huxiTransformDequantChromaDC_H264_16s_C1I(b, qp); });
+      expect_model<int32_t>(d4, e2, qp, [&](int32_t* b) { return huxiTransformQuantInvChromaDC2x2_H264_32s_C1I(b, qp, sc); });
+      expect_model<int32_t>(d, e4, qp, [&](int32_t* b) { return huxiTransformQuantInvChromaDC2x4_H264_32s_C1I(b, qp, sc); });
     }
 }
 
