@@ -114,11 +114,11 @@ const HandCase kHand[] = {
                    sads<uint8_t>({12}, {huxiSAD8x16_8u32s_C1R}, zero, 16, ref, 17)}); },
      {384, 96, 192, 384, 96, 192, 512, 128, 256, 512, 128, 256, 512, 128, 256, 512, 128, 256,
       512, 128, 256, 512, 128, 256, 512, 128, 256, 192}},
-    // Word samples of 65535 against 0: the interpolation saturates at 16 bits.
+    // Word samples of 40000 against 0: each interpolating sum saturates at 65535.
     {"word_interpolation_saturates", [] {
-       std::vector<uint16_t> cur(16 * 16, 0), ref(17 * 17, 65535);
+       std::vector<uint16_t> cur(16 * 16, 0), ref(17 * 17, 40000);
        return sads<uint16_t>({0, 4, 8, 12}, {huxiSAD16x16_16u32s_C1R, huxiSAD8x8_16u32s_C1R, huxiSAD4x4_16u32s_C1R}, cur, 32, ref, 34); },
-     {256 * 65535, 64 * 65535, 16 * 65535, 256 * 32767, 64 * 32767, 16 * 32767,
+     {256 * 40000, 64 * 40000, 16 * 40000, 256 * 32767, 64 * 32767, 16 * 32767,
       256 * 32767, 64 * 32767, 16 * 32767, 256 * 16383, 64 * 16383, 16 * 16383}},
     // 4x4 block k of the reference holds k + 1: sub-blocks in raster order.
     {"sub_blocks_in_raster_order", [] {
