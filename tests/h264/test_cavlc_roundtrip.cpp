@@ -141,7 +141,9 @@ void run_case(const RtCase& rc, uint32_t seed) {
       }
     }
     ASSERT_EQ(q, out.data() + out.size());
-    if (twin) ASSERT_EQ(out2, out);
+    if (twin) {
+      ASSERT_EQ(out2, out);
+    }
   }
 }
 
