@@ -99,35 +99,20 @@ void BM_cavlc4x4_kernel(benchmark::State& st) {
   st.SetItemsProcessed(st.iterations() * kBlocks);
 }
 
-void BM_export_4x4_16s(benchmark::State& st) {
+// The 4x4 exports of both output widths, checks and dispatch included.
+template <class Out, auto Decode>
+void BM_export_4x4(benchmark::State& st) {
   const Stream& s = stream4x4();
-  std::vector<int16_t> out(static_cast<size_t>(s.coded) * 16);
+  std::vector<Out> out(static_cast<size_t>(s.coded) * 16);
   const auto& t = tables();
   for (auto _ : st) {
     uint32_t* p = const_cast<uint32_t*>(s.words.data());
     int32_t off = 31;
-    int16_t* q = out.data();
+    Out* q = out.data();
     int16_t num;
     for (int b = 0; b < kBlocks; ++b)
-      huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &num, &q, s.nC[b], 16, t.coeff_token_4x4(), t.total_zeros_4x4(),
-                                       t.run_before(), huxextras::kZigzag4x4);
-    benchmark::DoNotOptimize(q);
-  }
-  st.SetItemsProcessed(st.iterations() * kBlocks);
-}
-
-void BM_export_4x4_32s(benchmark::State& st) {
-  const Stream& s = stream4x4();
-  std::vector<int32_t> out(static_cast<size_t>(s.coded) * 16);
-  const auto& t = tables();
-  for (auto _ : st) {
-    uint32_t* p = const_cast<uint32_t*>(s.words.data());
-    int32_t off = 31;
-    int32_t* q = out.data();
-    int16_t num;
-    for (int b = 0; b < kBlocks; ++b)
-      huxiDecodeCAVLCCoeffs_H264_1u32s(&p, &off, &num, &q, s.nC[b], 16, t.coeff_token_4x4(), t.total_zeros_4x4(),
-                                       t.run_before(), huxextras::kZigzag4x4);
+      Decode(&p, &off, &num, &q, s.nC[b], 16, t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(),
+             huxextras::kZigzag4x4);
     benchmark::DoNotOptimize(q);
   }
   st.SetItemsProcessed(st.iterations() * kBlocks);
@@ -204,10 +189,10 @@ void BM_exp_golomb(benchmark::State& st) {
 
 BENCHMARK(BM_cavlc4x4_kernel<int16_t, false>)->Name("cavlc4x4_16s/ref");
 BENCHMARK(BM_cavlc4x4_kernel<int16_t, true>)->Name("cavlc4x4_16s/fast");
-BENCHMARK(BM_export_4x4_16s)->Name("cavlc4x4_16s/export");
+BENCHMARK(BM_export_4x4<int16_t, huxiDecodeCAVLCCoeffs_H264_1u16s>)->Name("cavlc4x4_16s/export");
 BENCHMARK(BM_cavlc4x4_kernel<int32_t, false>)->Name("cavlc4x4_32s/ref");
 BENCHMARK(BM_cavlc4x4_kernel<int32_t, true>)->Name("cavlc4x4_32s/fast");
-BENCHMARK(BM_export_4x4_32s)->Name("cavlc4x4_32s/export");
+BENCHMARK(BM_export_4x4<int32_t, huxiDecodeCAVLCCoeffs_H264_1u32s>)->Name("cavlc4x4_32s/export");
 BENCHMARK(BM_chroma_dc<4, int16_t, 0>)->Name("chroma420_16s/ref");
 BENCHMARK(BM_chroma_dc<4, int16_t, 1>)->Name("chroma420_16s/fast");
 BENCHMARK(BM_chroma_dc<4, int16_t, 2>)->Name("chroma420_16s/export_quick");
