@@ -1,56 +1,41 @@
-// Behaviour of the SAD exports: pointer checks, selector handling, the
-// half-sample rounding, the 16-bit wrap and step rules, candidate lines, as
-// hand-computed cases.
+// The SAD exports: their checks through the export descriptors, and the
+// interface's arithmetic (half-sample rounding, selector masking, the 16-bit
+// wraps and step rules, sub-block order, the row pairs of the frame/field
+// activity, the best index and the candidate count) as hand-computed cases.
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <numeric>
 #include <vector>
 
 #include "huxvc.h"
-#include "support/test_util.h"
+#include "support/exports.h"
 
 namespace {
 
-using hux::test::Rng;
+using namespace hux::check;
 
-// Every checked pointer of every export, one at a time null: -8, and nothing
-// written (the outputs here would be overwritten by any write).
-TEST(SadExports, EveryCheckedPointerNullGivesNullPtrStatus) {
-  using hux::test::expect_null_checks;
-  std::vector<uint8_t> b8(64 * 64, 1);
-  std::vector<uint16_t> b16(64 * 64, 1);
-  std::vector<int16_t> d16(64 * 64, 1);
-  uint16_t o16[64] = {};
-  uint32_t o32[16] = {}, idx = 0;
-  int32_t o = 0, o2 = 0;
-  const uint8_t* p8 = b8.data();
-  const uint16_t* p16 = b16.data();
-  int n = 0;
-  for (auto f : {huxiSAD16x16_8u32s, huxiSAD16x8_8u32s_C1R, huxiSAD8x8_8u32s_C1R, huxiSAD8x16_8u32s_C1R,
-                 huxiSAD8x4_8u32s_C1R, huxiSAD4x8_8u32s_C1R, huxiSAD4x4_8u32s})
-    n += expect_null_checks("SAD 8u", huxErrNullPtr, {}, f, p8, 64, p8, 64, &o, 0);
-  for (auto f : {huxiSAD16x16_16u32s_C1R, huxiSAD8x8_16u32s_C1R, huxiSAD4x4_16u32s_C1R})
-    n += expect_null_checks("SAD 16u", huxErrNullPtr, {}, f, p16, 128, p16, 128, &o, 4);
-  for (auto f : {huxiSAD16x16Blocks8x8_8u16u, huxiSAD16x16Blocks4x4_8u16u})
-    n += expect_null_checks("Blocks 8u", huxErrNullPtr, {}, f, p8, 64, p8, 64, o16, 0);
-  for (auto f : {huxiSAD16x16Blocks8x8_16u32u_C1R, huxiSAD16x16Blocks4x4_16u32u_C1R})
-    n += expect_null_checks("Blocks 16u", huxErrNullPtr, {}, f, p16, 128, p16, 128, o32, 0);
-  // A count of 0 as well: the pointers are checked before the count.
-  for (auto f : {huxiSAD16x16xN_8u16u_C1R, huxiSAD8x8xN_8u16u_C1R, huxiSAD4x4xN_8u16u_C1R, huxiSAD2x2xN_8u16u_C1R})
-    n += expect_null_checks("xN", huxErrNullPtr, {}, f, p8, 64, p8, 64, o16, 0);
-  for (auto f : {huxiSAD16x16xNI_8u16u_C1R, huxiSAD8x8xNI_8u16u_C1R, huxiSAD4x4xNI_8u16u_C1R})
-    n += expect_null_checks("xNI", huxErrNullPtr, {}, f, p8, 64, p8, 64, o16, 0, &idx);
-  n += expect_null_checks("FrameField 8u", huxErrNullPtr, {}, huxiFrameFieldSAD16x16_8u32s_C1R, p8, 64, &o, &o2);
-  n += expect_null_checks("FrameField 16s", huxErrNullPtr, {}, huxiFrameFieldSAD16x16_16s32s_C1R,
-                          static_cast<const int16_t*>(d16.data()), 128, &o, &o2);
-  n += expect_null_checks("SubSAD", huxErrNullPtr, {6}, huxiSubSAD8x8_8u16s_C1R, p8, 64, p8, 64, d16.data(), 32, &o);
-  EXPECT_EQ(n, 7 * 3 + 3 * 3 + 4 * 3 + 4 * 3 + 3 * 4 + 2 * 3 + 3);
-  EXPECT_EQ(o | o2 | idx, 0);
-  for (auto v : o16) ASSERT_EQ(v, 0);
-  for (auto v : o32) ASSERT_EQ(v, 0u);
-  for (auto v : d16) ASSERT_EQ(v, 1);
-}
+// Every pointer is checked (the SubSAD result excepted); only the candidate
+// count is refused, with -6, below 8.
+const uint8_t kB8[64 * 64] = {};
+const uint16_t kB16[64 * 64] = {};
+const std::vector<Bad> kFewCandidates = {{7, huxErrSize, 1}, {0, huxErrSize, 1}, {-8, huxErrSize, 1}};
+#define SAD(f, b) describe(#f, f, {in(b), val(64), in(b), val(64), out(4), val(12)})
+#define BLOCKS(f, b, n) describe(#f, f, {in(b), val(64), in(b), val(64), out(n), val(0)})
+#define LINE(f) describe(#f, f, {in(kB8), val(64), in(kB8), val(64), out(16), val(8, kFewCandidates, {15})})
+#define LINEI(f) describe(#f, f, {in(kB8), val(64), in(kB8), val(64), out(16), val(8, kFewCandidates, {15}), out(4)})
+const Describe kExports({
+    SAD(huxiSAD16x16_8u32s, kB8), SAD(huxiSAD16x8_8u32s_C1R, kB8), SAD(huxiSAD8x8_8u32s_C1R, kB8),
+    SAD(huxiSAD8x16_8u32s_C1R, kB8), SAD(huxiSAD8x4_8u32s_C1R, kB8), SAD(huxiSAD4x8_8u32s_C1R, kB8),
+    SAD(huxiSAD4x4_8u32s, kB8), SAD(huxiSAD16x16_16u32s_C1R, kB16), SAD(huxiSAD8x8_16u32s_C1R, kB16),
+    SAD(huxiSAD4x4_16u32s_C1R, kB16), BLOCKS(huxiSAD16x16Blocks8x8_8u16u, kB8, 8),
+    BLOCKS(huxiSAD16x16Blocks4x4_8u16u, kB8, 32), BLOCKS(huxiSAD16x16Blocks8x8_16u32u_C1R, kB16, 16),
+    BLOCKS(huxiSAD16x16Blocks4x4_16u32u_C1R, kB16, 64), LINE(huxiSAD16x16xN_8u16u_C1R), LINE(huxiSAD8x8xN_8u16u_C1R),
+    LINE(huxiSAD4x4xN_8u16u_C1R), LINE(huxiSAD2x2xN_8u16u_C1R), LINEI(huxiSAD16x16xNI_8u16u_C1R),
+    LINEI(huxiSAD8x8xNI_8u16u_C1R), LINEI(huxiSAD4x4xNI_8u16u_C1R),
+    describe("huxiFrameFieldSAD16x16_8u32s_C1R", huxiFrameFieldSAD16x16_8u32s_C1R, {in(kB8), val(64), out(4), out(4)}),
+    describe("huxiFrameFieldSAD16x16_16s32s_C1R", huxiFrameFieldSAD16x16_16s32s_C1R, {in(kB16), val(64), out(4), out(4)}),
+    describe("huxiSubSAD8x8_8u16s_C1R", huxiSubSAD8x8_8u16s_C1R, {in(kB8), val(64), in(kB8), val(64), out(128), val(16), out(4, false)}),
+});
 
 // ------------------------------------------------------------ by hand
 
@@ -160,81 +145,27 @@ const HandCase kHand[] = {
        static const int e[11] = {100, 100, 100, 0, 2, 0, 0, 2, 0, 100, 100};
        auto ref = grid<uint8_t>(11, 4, [](int x, int) { return uint8_t(200 - e[x]); });
        std::vector<uint8_t> cur(4 * 4, 200);
-       uint16_t sads[8];
+       uint16_t sads[16];
+       std::fill_n(sads, 16, uint16_t{7});
        uint32_t idx = 99;
        EXPECT_EQ(huxiSAD4x4xNI_8u16u_C1R(cur.data(), 4, ref.data(), 11, sads, 8, &idx), huxOk);
-       return cat({V(sads, 8), {idx}}); },
-     {1200, 808, 408, 8, 16, 8, 408, 808, 3}},
+       EXPECT_EQ(huxiSAD4x4xNI_8u16u_C1R(cur.data(), 4, ref.data(), 11, sads + 8, 15, &idx), huxOk);
+       return cat({V(sads, 16), {idx}}); },
+     {1200, 808, 408, 8, 16, 8, 408, 808, 1200, 808, 408, 8, 16, 8, 408, 808, 3}},
+    // A count of 15 computes and searches 8 candidates and writes nothing more.
+    {"count_rounded_down_to_eight", [] {
+       std::vector<uint8_t> cur(16 * 16, 9), ref(16 * 23, 9);
+       uint16_t sads[12];
+       std::fill_n(sads, 12, uint16_t{7});
+       uint32_t idx = 99;
+       EXPECT_EQ(huxiSAD16x16xNI_8u16u_C1R(cur.data(), 16, ref.data(), 23, sads, 15, &idx), huxOk);
+       return cat({V(sads, 12), {idx}}); },
+     {0, 0, 0, 0, 0, 0, 0, 0, 7, 7, 7, 7, 0}},
 };
 
 class SadHand : public ::testing::TestWithParam<HandCase> {};
 TEST_P(SadHand, Values) { EXPECT_EQ(GetParam().run(), GetParam().expect); }
 INSTANTIATE_TEST_SUITE_P(Cases, SadHand, ::testing::ValuesIn(kHand),
                          [](const ::testing::TestParamInfo<HandCase>& p) { return std::string(p.param.name); });
-
-struct LineCase {
-  int32_t n;
-  HuxResult status;
-  int computed;
-};
-
-class SadLineCounts : public ::testing::TestWithParam<LineCase> {};
-
-TEST_P(SadLineCounts, CountRoundedDownToEight) {
-  const auto c = GetParam();
-  Rng rng(9);
-  auto cur = hux::test::random_bytes(rng, 16 * 16);
-  auto ref = hux::test::random_bytes(rng, 16 * 64);
-  hux::test::Guarded out(64 * 2);
-  out.fill(0xEE);
-  uint32_t idx = 0xDEADBEEF;
-  EXPECT_EQ(huxiSAD16x16xNI_8u16u_C1R(cur.data(), 16, ref.data(), 64, out.as<uint16_t>(), c.n, &idx), c.status);
-  EXPECT_TRUE(out.intact());
-  for (int k = 0; k < 64; ++k) {
-    const uint16_t v = out.as<uint16_t>()[k];
-    if (k < c.computed) {
-      int32_t s = -1;
-      huxiSAD16x16_8u32s(cur.data(), 16, ref.data() + k, 64, &s, 0);
-      EXPECT_EQ(v, s) << k;
-    } else {
-      EXPECT_EQ(v, 0xEEEE) << k;
-    }
-  }
-  if (c.computed) {
-    const uint16_t* v = out.as<uint16_t>();
-    EXPECT_EQ(idx, static_cast<uint32_t>(std::min_element(v, v + c.computed) - v));
-  } else {
-    EXPECT_EQ(idx, 0xDEADBEEFu);
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Counts, SadLineCounts,
-                         ::testing::Values(LineCase{7, huxErrSize, 0}, LineCase{0, huxErrSize, 0},
-                                           LineCase{-8, huxErrSize, 0}, LineCase{8, huxOk, 8},
-                                           LineCase{15, huxOk, 8}, LineCase{16, huxOk, 16},
-                                           LineCase{47, huxOk, 40}));
-
-
-TEST(SadExports, SubSadWritesResidualAndSad) {
-  Rng rng(3);
-  auto cur = hux::test::random_bytes(rng, 8 * 8), ref = hux::test::random_bytes(rng, 8 * 8);
-  std::vector<int16_t> diff(8 * 12, 77);
-  int32_t sad = -1;
-  ASSERT_EQ(huxiSubSAD8x8_8u16s_C1R(cur.data(), 8, ref.data(), 8, diff.data(), 24, &sad), huxOk);
-  int32_t expect = 0;
-  for (int y = 0; y < 8; ++y)
-    for (int x = 0; x < 12; ++x) {
-      const size_t i = static_cast<size_t>(y * 12 + x);
-      if (x < 8) {
-        const int d = cur[static_cast<size_t>(y * 8 + x)] - ref[static_cast<size_t>(y * 8 + x)];
-        EXPECT_EQ(diff[i], d);
-        expect += std::abs(d);
-      } else {
-        EXPECT_EQ(diff[i], 77);  // beyond the block's row: untouched
-      }
-    }
-  EXPECT_EQ(sad, expect);
-  EXPECT_EQ(huxiSubSAD8x8_8u16s_C1R(cur.data(), 8, ref.data(), 8, diff.data(), 24, nullptr), huxOk);
-}
 
 }  // namespace
