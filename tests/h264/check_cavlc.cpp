@@ -90,9 +90,9 @@ HUX_CHECK(h264, cavlc_chroma_dc, 2048) {
 // before it needs it reads past the block.
 template <int32_t (*Decode)(uint32_t**, int32_t*, bool)>
 int64_t decode_all(uint32_t** bs, int32_t* off, int32_t n, bool isSigned) {
-  int64_t h = 0;
-  for (int32_t i = 0; i < n; ++i) h = h * 31 + Decode(bs, off, isSigned);
-  return h;
+  uint64_t h = 0;
+  for (int32_t i = 0; i < n; ++i) h = h * 31 + static_cast<uint32_t>(Decode(bs, off, isSigned));
+  return static_cast<int64_t>(h);
 }
 HUX_CHECK(h264, exp_golomb, 1024) {
   t.stateful();

@@ -14,6 +14,7 @@
 
 #include "huxvc.h"
 #include "support/exports.h"
+#include "support/known.h"
 
 namespace {
 
@@ -216,12 +217,6 @@ INSTANTIATE_TEST_SUITE_P(Exports, TransformSweep, ::testing::ValuesIn(kSweeps),
 
 // ---------------------------------------------------------------- wraps, saturations, clamps, by hand
 
-using Vals = std::vector<int64_t>;
-template <class T>
-Vals V(const T* p, int n) {
-  return Vals(p, p + n);
-}
-Vals all(int n, int64_t v) { return Vals(n, v); }
 Vals rows(Vals r) {  // a 4x4 block whose row i is r[i] throughout
   Vals o;
   for (int k = 0; k < 16; ++k) o.push_back(r[k / 4]);
@@ -232,21 +227,9 @@ Vals cols(Vals c) {  // a 4x4 block whose column j is c[j] throughout
   for (int k = 0; k < 16; ++k) o.push_back(c[k % 4]);
   return o;
 }
-Vals cat(std::initializer_list<Vals> parts) {
-  Vals o;
-  for (const Vals& p : parts) o.insert(o.end(), p.begin(), p.end());
-  return o;
-}
 void ok(HuxResult r) { EXPECT_EQ(r, huxOk); }
 
-struct HandCase {
-  const char* name;
-  std::function<Vals()> run;
-  Vals expect;
-};
-std::ostream& operator<<(std::ostream& os, const HandCase& c) { return os << c.name; }
-
-const HandCase kHandCases[] = {
+const Known kHandCases[] = {
     // In-place residual: the column butterflies fit 16 bits, the last sums
     // (39936) do not and are formed in 32 bits. DC 19968, level 1536 x 13 at (1, 0).
     {"in_place_final_sum_in_32_bits", [] { int16_t b[16] = {0, 0, 0, 0, 1536}; const int16_t dc = 19968;
@@ -341,9 +324,6 @@ const HandCase kHandCases[] = {
      cat({all(16, 16383), all(16, 511), all(128, 60000), all(64, 4095)})},
 };
 
-class TransformHand : public ::testing::TestWithParam<HandCase> {};
-TEST_P(TransformHand, Values) { EXPECT_EQ(GetParam().run(), GetParam().expect); }
-INSTANTIATE_TEST_SUITE_P(Cases, TransformHand, ::testing::ValuesIn(kHandCases),
-                         [](const ::testing::TestParamInfo<HandCase>& p) { return std::string(p.param.name); });
+HUX_KNOWN(TransformKnown, kHandCases);
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "huxvc.h"
 #include "support/exports.h"
+#include "support/known.h"
 
 namespace {
 
@@ -39,11 +40,6 @@ const Describe kExports({
 
 // ------------------------------------------------------------ by hand
 
-using Vals = std::vector<int64_t>;
-template <class T>
-Vals V(const T* p, size_t n) {
-  return Vals(p, p + n);
-}
 template <class T>
 std::vector<T> grid(int w, int h, T (*f)(int x, int y)) {
   std::vector<T> v(static_cast<size_t>(w * h));
@@ -66,20 +62,7 @@ Vals sads(std::initializer_list<int32_t> mcs, std::initializer_list<SadFn<T>> fs
     }
   return o;
 }
-Vals cat(std::initializer_list<Vals> parts) {
-  Vals o;
-  for (const Vals& p : parts) o.insert(o.end(), p.begin(), p.end());
-  return o;
-}
-
-struct HandCase {
-  const char* name;
-  std::function<Vals()> run;
-  Vals expect;
-};
-std::ostream& operator<<(std::ostream& os, const HandCase& c) { return os << c.name; }
-
-const HandCase kHand[] = {
+const Known kHand[] = {
     // Differences of 3 and 5, half of each: 4 per sample in every shape.
     {"integer_known_data", [] {
        auto cur = grid<uint8_t>(32, 32, [](int x, int y) { return uint8_t(10 + ((y * 32 + x) * 7) % 200); });
@@ -163,9 +146,6 @@ const HandCase kHand[] = {
      {0, 0, 0, 0, 0, 0, 0, 0, 7, 7, 7, 7, 0}},
 };
 
-class SadHand : public ::testing::TestWithParam<HandCase> {};
-TEST_P(SadHand, Values) { EXPECT_EQ(GetParam().run(), GetParam().expect); }
-INSTANTIATE_TEST_SUITE_P(Cases, SadHand, ::testing::ValuesIn(kHand),
-                         [](const ::testing::TestParamInfo<HandCase>& p) { return std::string(p.param.name); });
+HUX_KNOWN(SadKnown, kHand);
 
 }  // namespace
