@@ -12,7 +12,9 @@ int main(void) {
   HuxResult st;
   HuxSize size = {16, 16};
   int i;
-  if (v == NULL || v->major != 6 || strcmp(v->Name, "huxvcw7-6.0.dll") != 0) {
+  if (v == NULL || v != huxvcGetLibVersion() || v->major != 6 || v->minor != 0 || v->majorBuild != 167 ||
+      v->build != 638 || memcmp(v->targetCpu, "w7\0\0", 4) != 0 || strcmp(v->Name, "huxvcw7-6.0.dll") != 0 ||
+      strcmp(v->Version, "6.0 Update 1 build 167.32") != 0 || strcmp(v->BuildDate, "Nov 25 2008") != 0) {
     printf("bad version record\n");
     return 1;
   }
