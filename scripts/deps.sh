@@ -3,7 +3,7 @@
 # where they are missing. Needs root (or sudo) only when something is missing.
 set -eu
 need=""
-for p in cmake ninja-build g++ gcc-multilib g++-multilib googletest libbenchmark-dev pkg-config binutils python3; do
+for p in cmake ninja-build g++ gcc-multilib g++-multilib googletest libgtest-dev libbenchmark-dev ccache pkg-config binutils python3; do
   dpkg -s "$p" > /dev/null 2>&1 || need="$need $p"
 done
 [ -z "$need" ] && exit 0
