@@ -2,10 +2,10 @@
 // that reads one bit at a time, the byte form reader and writer round trip.
 #include <gtest/gtest.h>
 
+#include <random>
 #include <vector>
 
 #include "common/bits.h"
-#include <random>
 
 namespace {
 
@@ -39,17 +39,6 @@ TEST(WordReader, RandomFieldsAgainstBitModel) {
       ASSERT_EQ(r.offset(), 31 - static_cast<int>(pos % 32));
     }
   }
-}
-
-TEST(WordReader, GiveBackCrossesBackOverAWord) {
-  const uint32_t words[2] = {0, 0};
-  WordReader r(words, 1);
-  r.read(5);  // two bits of word 0, three of word 1
-  EXPECT_EQ(r.ptr(), words + 1);
-  EXPECT_EQ(r.offset(), 28);
-  r.give_back(4);
-  EXPECT_EQ(r.ptr(), words);
-  EXPECT_EQ(r.offset(), 0);
 }
 
 TEST(WordReader, OffsetThirtyOneWithinWordDoesNotTouchNextWord) {
