@@ -10,8 +10,8 @@
 
 #include <cstdint>
 #include <cstring>
-#include <stdexcept>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -133,17 +133,15 @@ inline std::vector<std::string> run_export(const Export& e) {
     for (const Bad& b : a.bad) bads.push_back({i, b});
     for (int64_t v : a.alsoGood) run(-1, false, {{i, v}}, huxOk, "argument " + std::to_string(i) + " = " + std::to_string(v));
   }
-  for (size_t i = 0; i < n; ++i) {
-    const Arg& a = e.args[i];
-    if (a.kind == Arg::kVal) continue;
-    const std::string name = "argument " + std::to_string(i);
-    if (a.checked) run(int(i), false, {}, huxErrNullPtr, name + " null");
-    if (a.kind == Arg::kRef && a.innerChecked) run(int(i), true, {}, huxErrNullPtr, "pointer held by " + name + " null");
-    if (a.checked)
+  for (size_t i = 0; i < n; ++i)
+    for (const bool inner : {false, true}) {
+      const Arg& a = e.args[i];
+      if (a.kind == Arg::kVal || !(inner ? a.kind == Arg::kRef && a.innerChecked : a.checked)) continue;
+      const std::string name = (inner ? "pointer held by argument " : "argument ") + std::to_string(i) + " null";
+      run(int(i), inner, {}, huxErrNullPtr, name);
       for (auto& [j, b] : bads)
-        run(int(i), false, {{j, b.value}}, a.rank < b.rank ? huxErrNullPtr : b.status,
-            name + " null, argument " + std::to_string(j) + " refused");
-  }
+        run(int(i), inner, {{j, b.value}}, a.rank < b.rank ? huxErrNullPtr : b.status, name + ", argument " + std::to_string(j) + " refused");
+    }
   for (auto& [i, b] : bads) {
     const std::string name = "argument " + std::to_string(i) + " = " + std::to_string(b.value);
     run(-1, false, {{i, b.value}}, b.status, name);

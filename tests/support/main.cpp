@@ -3,7 +3,11 @@
 // beside the suites' own tests.
 #include <gtest/gtest.h>
 
+#include <set>
+#include <string>
+
 #include "support/check.h"
+#include "huxvc.h"
 #include "support/exports.h"
 
 namespace {
@@ -39,6 +43,16 @@ class ExportTest : public testing::Test {
  private:
   const Export* e_;
 };
+
+// Every export that takes arguments has a descriptor.
+TEST(Exports, EveryExportIsDescribed) {
+  std::set<std::string> described;
+  for (const Export& e : exports()) described.insert(e.name);
+#define HUX_EXPORT(name) \
+  if (std::string(#name) != "huxvcGetLibVersion") EXPECT_TRUE(described.count(#name)) << #name << " has no descriptor";
+#include "hux_exports.inc"
+#undef HUX_EXPORT
+}
 
 }  // namespace
 
