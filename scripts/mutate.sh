@@ -109,47 +109,6 @@ echo "tree:  $tree"
 echo "list:  $list"
 echo "work:  $work"
 
-# ---------------------------------------------------------------- copy and baseline
-rm -rf "$src"
-mkdir -p "$src"
-tar -C "$tree" --exclude=./build --exclude=./.git -cf - . | tar -C "$src" -xf -
-rev=$(git -C "$tree" rev-parse HEAD 2>/dev/null || echo unknown)
-[ -n "$label" ] && rev="$label"
-dirty=""
-if [ "$rev" != unknown ] && [ -n "$(git -C "$tree" status --porcelain -- src tests 2>/dev/null)" ]; then dirty="+changes"; fi
-
-cmake_args=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DHUX_BUILD_TESTS=ON -DHUX_BUILD_BENCH=OFF -DHUX_BUILD_EXAMPLES=OFF)
-if grep -qs 'HUX_TEST_INSTALL' "$src/CMakeLists.txt" "$src/tests/CMakeLists.txt"; then
-  cmake_args+=(-DHUX_TEST_INSTALL=OFF)
-fi
-if ! cmake -S "$src" -B "$bld" "${cmake_args[@]}" >"$log/configure.txt" 2>&1; then
-  echo "configure failed, see $log/configure.txt" >&2; keep=1; exit 1
-fi
-
-if [ -n "$exclude" ]; then export GTEST_FILTER="-$exclude"; fi
-
-build() { ninja -C "$bld" -j "$jobs" </dev/null >"$1" 2>&1; }
-runtests() { (cd "$bld" && ctest -j "$jobs" --timeout "$timeout" --output-on-failure) </dev/null >"$1" 2>&1; }
-# Names of the failed ctest tests and GoogleTest cases in a test log (at most six).
-failed_names() {
-  { grep -oE '^\[  FAILED  \] [A-Za-z0-9_./]+' "$1" | awk '{print $4}'
-    grep -oE '[0-9]+ - [A-Za-z0-9_]+ \((Failed|Timeout|SEGFAULT|Subprocess aborted|Child aborted|Exception|[A-Za-z ]+)\)' "$1" |
-      sed -E 's/^[0-9]+ - //; s/ \(/:/; s/\)$//' | grep -v '^library:Failed$'
-  } | awk '!seen[$0]++' | head -6 | paste -sd, -
-}
-
-echo "baseline: building"
-if ! build "$log/baseline-build.txt"; then
-  echo "baseline build failed, see $log/baseline-build.txt" >&2; keep=1; exit 1
-fi
-if ! runtests "$log/baseline-test.txt"; then
-  echo "baseline tests fail ($(failed_names "$log/baseline-test.txt")); see $log/baseline-test.txt" >&2
-  echo "(use --exclude-tests to leave out a test that fails on the unmodified tree)" >&2
-  keep=1; exit 1
-fi
-echo "baseline: green ($(( $(date +%s) - start )) s)"
-
-# ---------------------------------------------------------------- the faults
 # Parse the list into one directory per fault (file, from, to, desc).
 parsed="$work/faults"
 rm -rf "$parsed"
@@ -203,6 +162,47 @@ with open(os.path.join(outdir, 'order'), 'w') as o:
         o.write(d + '\n')
 PY
 
+# ---------------------------------------------------------------- copy and baseline
+rm -rf "$src"
+mkdir -p "$src"
+tar -C "$tree" --exclude=./build --exclude=./.git -cf - . | tar -C "$src" -xf -
+rev=$(git -C "$tree" rev-parse HEAD 2>/dev/null || echo unknown)
+[ -n "$label" ] && rev="$label"
+dirty=""
+if [ "$rev" != unknown ] && [ -n "$(git -C "$tree" status --porcelain -- src tests 2>/dev/null)" ]; then dirty="+changes"; fi
+
+cmake_args=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DHUX_BUILD_TESTS=ON -DHUX_BUILD_BENCH=OFF -DHUX_BUILD_EXAMPLES=OFF)
+if grep -qs 'HUX_TEST_INSTALL' "$src/CMakeLists.txt" "$src/tests/CMakeLists.txt"; then
+  cmake_args+=(-DHUX_TEST_INSTALL=OFF)
+fi
+if ! cmake -S "$src" -B "$bld" "${cmake_args[@]}" >"$log/configure.txt" 2>&1; then
+  echo "configure failed, see $log/configure.txt" >&2; keep=1; exit 1
+fi
+
+if [ -n "$exclude" ]; then export GTEST_FILTER="-$exclude"; fi
+
+build() { ninja -C "$bld" -j "$jobs" </dev/null >"$1" 2>&1; }
+runtests() { (cd "$bld" && ctest -j "$jobs" --timeout "$timeout" --output-on-failure) </dev/null >"$1" 2>&1; }
+# Names of the failed ctest tests and GoogleTest cases in a test log (at most six).
+failed_names() {
+  { grep -oE '^\[  FAILED  \] [A-Za-z0-9_./]+' "$1" | awk '{print $4}'
+    grep -oE '[0-9]+ - [A-Za-z0-9_]+ \((Failed|Timeout|SEGFAULT|Subprocess aborted|Child aborted|Exception|[A-Za-z ]+)\)' "$1" |
+      sed -E 's/^[0-9]+ - //; s/ \(/:/; s/\)$//' | grep -v '^library:Failed$'
+  } | awk '!seen[$0]++' | head -6 | paste -sd, -
+}
+
+echo "baseline: building"
+if ! build "$log/baseline-build.txt"; then
+  echo "baseline build failed, see $log/baseline-build.txt" >&2; keep=1; exit 1
+fi
+if ! runtests "$log/baseline-test.txt"; then
+  echo "baseline tests fail ($(failed_names "$log/baseline-test.txt")); see $log/baseline-test.txt" >&2
+  echo "(use --exclude-tests to leave out a test that fails on the unmodified tree)" >&2
+  keep=1; exit 1
+fi
+echo "baseline: green ($(( $(date +%s) - start )) s)"
+
+# ---------------------------------------------------------------- the faults
 # Replaces the first occurrence of FROM with TO in FILE; exit 3 when absent.
 apply_fault() {
   python3 - "$1" "$2" "$3" <<'PY'
