@@ -3,6 +3,7 @@
 // valid blocks from the test encoder and on random streams, from every start
 // offset. Streams end in words of 1 bits, so that a level or Exp-Golomb prefix
 // stops there; the scan table is a block of its own, so a stray index faults.
+#include <algorithm>
 #include <vector>
 
 #include "h264/cavlc_kernels.h"
@@ -45,21 +46,37 @@ struct Setup {
     }
     std::vector<uint32_t> words = w.words(24, 0xffffffffu);
     bs = cell(t, t.copy(words.data(), words.size()));
-    off = cell(t, int32_t{off0});
+    // Offsets beyond a word are not checked: the decoders use their low five bits.
+    off = cell(t, int32_t{off0 + (t.pick(8) ? 0 : 32 * (t.pick(4) - 2))});
     num = cell(t, int16_t{-1});
     blk = cell(t, t.buf<Out>(16));
   }
 };
+
+// Now and then total_zeros and run_before tables that are well formed but
+// wrong (one bit, any values) and a scan of any values: the decoders trust
+// them, yet must keep every write inside the block.
+struct Wild {
+  uint32_t table[3];
+  const uint32_t* list[16];
+  explicit Wild(Trial& t) : table{1, (t.rng() & 0xff) << 8, (t.rng() & 0xff) << 8} { std::fill_n(list, 16, table); }
+};
+const uint32_t* const* pick(Trial& t, const Wild& w, const uint32_t* const* standard) {
+  return t.pick(8) ? standard : w.list;
+}
 
 template <class Out>
 void block4x4(Trial& t, const char* label) {
   const auto& tb = hux::test::cavlc_tables();
   const int maxNum = t.pick(2) ? 16 : 15, nC = t.pick(12);
   Setup<Out> s(t, CavlcShape::k4x4, maxNum, nC);
-  const int32_t* scan = t.copy(t.pick(2) ? huxextras::kZigzag4x4 : huxextras::kFieldScan4x4, 16);
+  int32_t wildScan[16];
+  t.fill(wildScan, 16, -1000, 1000);
+  const int32_t* scan = t.copy(t.pick(8) == 0 ? wildScan : t.pick(2) ? huxextras::kZigzag4x4 : huxextras::kFieldScan4x4, 16);
   const uint32_t* token = nC >= 8 ? nullptr : tb.coeff_token_4x4()[nC < 2 ? 0 : nC < 4 ? 1 : 2];
+  const Wild w(t);
   t.compare(label, &h::ref::cavlc4x4<Out>, &h::fast::cavlc4x4<Out>, s.bs, s.off, s.num, s.blk, token, maxNum,
-            tb.total_zeros_4x4(), tb.run_before(), scan);
+            pick(t, w, tb.total_zeros_4x4()), pick(t, w, tb.run_before()), scan);
 }
 HUX_CHECK(h264, cavlc4x4, 2048) {
   block4x4<int16_t>(t, "16s");
@@ -70,13 +87,16 @@ template <int N, class Out>
 void chroma_dc(Trial& t, const char* label) {
   const auto& tb = hux::test::cavlc_tables();
   Setup<Out> s(t, N == 4 ? CavlcShape::kChroma420 : CavlcShape::kChroma422, N, 0);
-  const auto* tz = N == 4 ? tb.total_zeros_chroma420() : tb.total_zeros_chroma422();
+  const Wild w(t);
+  const auto* tz = pick(t, w, N == 4 ? tb.total_zeros_chroma420() : tb.total_zeros_chroma422());
+  const auto* rb = pick(t, w, tb.run_before());
   const uint32_t* token = N == 4 ? tb.coeff_token_chroma420() : tb.coeff_token_chroma422();
   t.compare(label, &h::ref::cavlc_chroma_dc<N, Out>, &h::fast::cavlc_chroma_dc<N, Out>, s.bs, s.off, s.num, s.blk,
-            token, tz, tb.run_before());
+            token, tz, rb);
+  // The quick path knows the standard's total_zeros codes of one coefficient.
   if constexpr (N == 4 && sizeof(Out) == 2)
     t.compare("2x2 16s quick", &h::ref::cavlc_chroma_dc<4, int16_t>, &h::fast::cavlc_chroma_dc420_quick, s.bs, s.off,
-              s.num, s.blk, token, tz, tb.run_before());
+              s.num, s.blk, token, tb.total_zeros_chroma420(), rb);
 }
 HUX_CHECK(h264, cavlc_chroma_dc, 2048) {
   chroma_dc<4, int16_t>(t, "2x2 16s");

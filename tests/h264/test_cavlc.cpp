@@ -185,6 +185,7 @@ const LazyCase kLazy[] = {
     {"001 00", false, true, huxErrNullPtr, -99, 0, 9, 9},  // anything else needs coeff_token: nothing consumed
     {"001 00", true, true, huxErrNullPtr, 2, 5, 0, 0},     // TC2 T1 2, signs: block zeroed, total_zeros needed next
     {"11", false, false, huxErrNullPtr, 1, 2, 9, 9},       // the block pointer is wanted after token and sign
+    {"001 00", true, false, huxErrNullPtr, 2, 5, 9, 9},    // or, on the table path, after the trailing-one signs
 };
 
 TEST(CavlcChecks, Chroma2x2Lazy16) {
@@ -212,7 +213,7 @@ TEST(ExpGolomb, Examples) {
   struct { int m; uint32_t info; int32_t u, s; } const cases[] = {
       {0, 0, 0, 0}, {1, 0, 1, 1}, {1, 1, 2, -1}, {2, 0, 3, 2}, {2, 3, 6, -3}, {8, 0, 255, 128},
       {16, 0, 65535, 32768}, {16, 0xffff, 131070, -65535}, {30, 0x3fffffff, 2147483646, -1073741823},
-      {31, 0, 2147483647, 1073741824}};
+      {31, 0, 2147483647, 1073741824}, {32, 5, 4, -2}};  // 2^32 - 1 + 5 kept to 32 bits
   for (const auto& c : cases)
     for (int off0 : {31, 1, 0}) {
       WordBitWriter w(off0, 0x12345678u);

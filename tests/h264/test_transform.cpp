@@ -129,11 +129,12 @@ const Sweep kSweeps[] = {
        const int16_t dc = static_cast<int16_t>(s.g());
        const int32_t ac = s.in(0, 2);
        s(huxiDequantTransformResidual_H264_16s_C1I(b.data(), 12, s.maybe(dc), ac, s.q), b); }},
-    {"DequantTransformResidual_SISP", 0x25f7fbfbdc8a4bdb, 0, 51, [](Step& s) {
+    // The switching forms check no QP: values beyond 0..51 act as the nearest in range.
+    {"DequantTransformResidual_SISP", 0xd2a745af921d35d0, -3, 54, [](Step& s) {
        auto b = s.lv<int16_t, 16>(s.kind & 2 ? 3 : 0);
        const auto p = s.lv<int16_t, 16>(0);
        const int16_t dc = static_cast<int16_t>(s.in(-500, 3000));
-       const int32_t ac = s.in(0, 1), qs = s.in(0, 51);
+       const int32_t ac = s.in(0, 1), qs = s.in(-3, 54);
        s(huxiDequantTransformResidual_SISP_H264_16s_C1I(b.data(), p.data(), s.maybe(dc), ac, s.q, qs, s.kind & 1), b); }},
     {"DequantTransformResidualAndAdd", 0xacdb8853e755def2, -1, 52, [](Step& s) {
        auto c = s.lv<int16_t, 16>(s.kind);
@@ -165,10 +166,10 @@ const Sweep kSweeps[] = {
     {"TransformDequantChromaDC", 0x88d6df1062a8b7b8, -1, 52, [](Step& s) {
        auto b = s.lv<int16_t, 4>(s.kind);
        s(huxiTransformDequantChromaDC_H264_16s_C1I(b.data(), s.q), b); }},
-    {"TransformDequantChromaDC_SISP", 0x2a75785811e8790d, 0, 51, [](Step& s) {
+    {"TransformDequantChromaDC_SISP", 0x31db303d88a27bf9, -3, 54, [](Step& s) {
        auto b = s.lv<int16_t, 4>(s.kind & 2 ? 3 : 0);
        const auto p = s.lv<int16_t, 4>(0);
-       const int32_t qs = s.in(0, 51);
+       const int32_t qs = s.in(-3, 54);
        s(huxiTransformDequantChromaDC_SISP_H264_16s_C1I(b.data(), p.data(), s.q, qs, s.kind & 1), b); }},
     {"TransformQuantInvLumaDC4x4_16s", 0x890306cc1f59983a, -1, 52, dc_form<int16_t, 16, huxiTransformQuantInvLumaDC4x4_H264_16s_C1I>},
     {"TransformQuantInvLumaDC4x4_32s", 0x9b6a03e07890e2d8, -1, 88, dc_form<int32_t, 16, huxiTransformQuantInvLumaDC4x4_H264_32s_C1I>},

@@ -71,17 +71,24 @@ const Known kHand[] = {
        return sads<uint8_t>({0}, {huxiSAD16x16_8u32s, huxiSAD16x8_8u32s_C1R, huxiSAD8x8_8u32s_C1R, huxiSAD8x16_8u32s_C1R,
                              huxiSAD8x4_8u32s_C1R, huxiSAD4x8_8u32s_C1R, huxiSAD4x4_8u32s}, cur, 32, ref, 32); },
      {1024, 512, 256, 512, 128, 128, 64}},
-    // A checkerboard of 0 and 3 against zero: integer 3 on half the samples;
-    // vertical/horizontal (0+3+1)>>1 = 2, diagonal (0+3+3+0+2)>>2 = 2. The
-    // selector's low bits are ignored; 8x16 has no half-sample forms.
-    {"half_sample_rounding_and_selector_masking", [] {
-       auto ref = grid<uint8_t>(17, 17, [](int x, int y) { return uint8_t(((x + y) & 1) * 3); });
+    // (x + y * y) mod 3 against zero, worked out for each position by a separate
+    // model: every position gives a different sum. The selector's low bits are
+    // ignored and its high bits masked; 8x16 has no half-sample forms.
+    {"half_sample_positions_and_selector_masking", [] {
+       auto ref = grid<uint8_t>(17, 17, [](int x, int y) { return uint8_t((x + y * y) % 3); });
        std::vector<uint8_t> zero(16 * 16, 0);
-       return cat({sads<uint8_t>({0, 1, 4, 5, 8, 11, 12, 13, 15}, {huxiSAD16x16_8u32s, huxiSAD8x8_8u32s_C1R, huxiSAD16x8_8u32s_C1R},
-                                 zero, 16, ref, 17),
+       return cat({sads<uint8_t>({0, 1, 4, 5, 8, 11, 12, 13, 15, 20, 24, 28},
+                                 {huxiSAD16x16_8u32s, huxiSAD8x8_8u32s_C1R, huxiSAD16x8_8u32s_C1R}, zero, 16, ref, 17),
                    sads<uint8_t>({12}, {huxiSAD8x16_8u32s_C1R}, zero, 16, ref, 17)}); },
-     {384, 96, 192, 384, 96, 192, 512, 128, 256, 512, 128, 256, 512, 128, 256, 512, 128, 256,
-      512, 128, 256, 512, 128, 256, 512, 128, 256, 192}},
+     {250, 66, 125, 250, 66, 125, 311, 82, 153, 311, 82, 153, 346, 88, 173, 346, 88, 173, 286, 73, 146, 286, 73, 146,
+      286, 73, 146, 311, 82, 153, 346, 88, 173, 286, 73, 146, 132}},
+    // A null SAD pointer asks for the difference block alone.
+    {"sub_sad_without_sad", [] {
+       std::vector<uint8_t> cur(64, 9), ref(64, 2);
+       int16_t d[64] = {};
+       EXPECT_EQ(huxiSubSAD8x8_8u16s_C1R(cur.data(), 8, ref.data(), 8, d, 16, nullptr), huxOk);
+       return V(d, 64); },
+     all(64, 7)},
     // Word samples of 40000 against 0: each interpolating sum saturates at 65535.
     {"word_interpolation_saturates", [] {
        std::vector<uint16_t> cur(16 * 16, 0), ref(17 * 17, 40000);
