@@ -392,7 +392,11 @@ HUX_INLINE void sad_line(const uint8_t* cur, int32_t cs, const uint8_t* ref, int
   }
 }
 
-HUX_INLINE uint32_t min_index(const uint16_t* v, int32_t m) {
+namespace detail {
+// Best of at most 65,536 candidates (m a multiple of 8): the indices ride in
+// 16-bit lanes beside the values, so a chunk must not hold more than a lane
+// can count. Returns the value in the high half and the index in the low.
+HUX_INLINE uint32_t min_index_chunk(const uint16_t* v, int32_t m) {
   // Lane l follows candidates l, l+8, l+16, ...: values compared as unsigned
   // through a 0x8000 bias; a lane's minimum is replaced only by a strictly
   // smaller value, so each lane keeps its earliest minimum.
@@ -415,7 +419,26 @@ HUX_INLINE uint32_t min_index(const uint16_t* v, int32_t m) {
   int lane = 0;
   for (int l = 1; l < 8; ++l)
     if (bv[l] < bv[lane] || (bv[l] == bv[lane] && bi[l] < bi[lane])) lane = l;
-  return bi[lane];
+  return (static_cast<uint32_t>(static_cast<uint16_t>(bv[lane] ^ -32768)) << 16) | bi[lane];
+}
+}  // namespace detail
+
+HUX_INLINE uint32_t min_index(const uint16_t* v, int32_t m) {
+  constexpr int32_t kChunk = 65536;
+  const uint32_t first = detail::min_index_chunk(v, m < kChunk ? m : kChunk);
+  if (__builtin_expect(m <= kChunk, 1)) return first & 0xFFFF;
+  // Longer lines: chunk by chunk, a later chunk wins only with a strictly
+  // smaller value, so equal values keep the lowest index.
+  uint32_t bestValue = first >> 16, bestIndex = first & 0xFFFF;
+  for (int32_t base = kChunk; base < m; base += kChunk) {
+    const int32_t n = m - base < kChunk ? m - base : kChunk;
+    const uint32_t r = detail::min_index_chunk(v + base, n);
+    if ((r >> 16) < bestValue) {
+      bestValue = r >> 16;
+      bestIndex = static_cast<uint32_t>(base) + (r & 0xFFFF);
+    }
+  }
+  return bestIndex;
 }
 
 HUX_INLINE void frame_field(const uint8_t* src, int32_t step, int32_t* frame, int32_t* field) {
