@@ -102,32 +102,41 @@ inline uint32_t read_long(Reader& r, int n) {
 // reader behind every bit examined for it; otherwise the reader is behind the
 // code. `valueMask` selects the value bits compared with the marker (16 bits
 // for coeff_token, 24 for total_zeros and run_before).
+//
+// Every level peeks all the bits examined so far, from the code's first bit,
+// and nothing is consumed before the final entry: its give-back may then
+// reach into any earlier level (more than was examined consumes nothing), and
+// the buffered reader, whose peeks from one position all fit after loading at
+// most one word, moves once per code. Levels may be one bit wide (a 16-bit
+// code then takes 16 levels), so links are followed until a final entry; the
+// only bound is the widest peek. No code of any table exceeds 16 bits, so 32
+// bits examined without a final entry mean a malformed table (a link back to a
+// table already visited): that ends as a forbidden code, behind the bits
+// examined.
 template <class Reader>
 inline bool decode_vlc(Reader& r, const uint32_t* table, uint32_t valueMask, uint32_t& value) {
-  const uint32_t* t = table;
-  // A well-formed table ends in a final entry within a few levels; the depth
-  // bound only guarantees termination for a malformed one.
-  for (int depth = 0; depth < 8; ++depth) {
+  int used = static_cast<int>(((table[0] - 1u) & 31u) + 1u);
+  uint32_t e = table[1 + r.peek(used)];
+  while (e & 0x80u) [[unlikely]] {
+    const uint32_t* t = table + (e >> 8);
     const int n = static_cast<int>(((t[0] - 1u) & 31u) + 1u);
-    const uint32_t e = t[1 + r.peek(n)];
-    if (e & 0x80u) {
-      r.skip(n);
-      t = table + (e >> 8);
-      continue;
-    }
-    value = e >> 8;
-    if ((value & valueMask) == kInvalidCode) {
-      r.skip(n);
+    if (used + n > 32) {
+      r.skip(used);
+      value = kInvalidCode;
       return false;
     }
-    // Codes reaching a sub-table are longer than the levels before it, so a
-    // well-formed give-back never exceeds the last level's width.
-    const int back = static_cast<int>(e & 0x7fu);
-    r.skip(n - (back < n ? back : n));
-    return true;
+    used += n;
+    // used >= 1 before this level, so n <= 31 and the mask's shift is defined.
+    e = t[1 + (r.peek(used) & ((1u << n) - 1u))];
   }
-  value = kInvalidCode;
-  return false;
+  value = e >> 8;
+  if ((value & valueMask) == kInvalidCode) {
+    r.skip(used);
+    return false;
+  }
+  const int back = static_cast<int>(e & 0x7fu);
+  r.skip(used - (back < used ? back : used));
+  return true;
 }
 
 template <int kN>
