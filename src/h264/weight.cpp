@@ -1,5 +1,5 @@
 // H.264 weighted prediction exports: argument checks in the interface's order,
-// then the kernel for the block width (the height is a row count). The 8u
+// then the kernel for the block size. The 8u
 // forms run the SSE2 kernels where built; the 16u forms are plain loops.
 #include "h264/weight_kernels.h"
 #include "huxvc.h"
@@ -13,32 +13,13 @@ namespace {
 // Both dimensions 2, 4, 8 or 16.
 constexpr bool sizes_ok(HuxSize roi) { return h::weight_size(roi.height) && h::weight_size(roi.width); }
 
-HUX_INLINE void uni8(uint8_t* p, int32_t step, HuxSize roi, uint32_t s, int32_t w, int32_t o) {
-  switch (h::size_class(roi.width)) {
-    case 0: return k::uni<2>(p, step, roi.height, s, w, o);
-    case 1: return k::uni<4>(p, step, roi.height, s, w, o);
-    case 2: return k::uni<8>(p, step, roi.height, s, w, o);
-    default: return k::uni<16>(p, step, roi.height, s, w, o);
-  }
-}
-
-HUX_INLINE void bi8(const uint8_t* a, int32_t sa, const uint8_t* b, int32_t sb, uint8_t* d, int32_t sd, HuxSize roi,
-                    uint32_t s, int32_t w1, int32_t w2, int32_t o) {
-  switch (h::size_class(roi.width)) {
-    case 0: return k::bi<2>(a, sa, b, sb, d, sd, roi.height, s, w1, w2, o);
-    case 1: return k::bi<4>(a, sa, b, sb, d, sd, roi.height, s, w1, w2, o);
-    case 2: return k::bi<8>(a, sa, b, sb, d, sd, roi.height, s, w1, w2, o);
-    default: return k::bi<16>(a, sa, b, sb, d, sd, roi.height, s, w1, w2, o);
-  }
-}
-
 // The explicit and implicit two-prediction forms share their checks.
 HUX_INLINE HuxResult bi_checked(const uint8_t* a, int32_t sa, const uint8_t* b, int32_t sb, uint8_t* d, int32_t sd,
                                 HuxSize roi, uint32_t s, int32_t w1, int32_t w2, int32_t o) {
   if (!a || !b || !d) return huxErrNullPtr;
   if (sa < roi.width || sb < roi.width || sd < roi.width) return huxErrStep;
   if (!sizes_ok(roi)) return huxErrSize;
-  bi8(a, sa, b, sb, d, sd, roi, s, w1, w2, o);
+  k::bi8(a, sa, b, sb, d, sd, roi.width, roi.height, s, w1, w2, o);
   return huxOk;
 }
 
@@ -60,7 +41,7 @@ HUX_API HuxResult HUX_STDCALL huxiUniDirWeightBlock_H264_8u_C1R(uint8_t* pSrcDst
   if (!pSrcDst) return huxErrNullPtr;
   if (srcDstStep < roi.width) return huxErrStep;
   if (!sizes_ok(roi)) return huxErrSize;
-  uni8(pSrcDst, srcDstStep, roi, h::cap_shift(logWD), weight, offset);
+  k::uni8(pSrcDst, srcDstStep, roi.width, roi.height, logWD, weight, offset);
   return huxOk;
 }
 
@@ -139,7 +120,8 @@ HUX_API HuxResult HUX_STDCALL huxiWeightedAverage_H264_8u_C1IR(const uint8_t* pS
   if (!pSrc1 || !pSrcDst) return huxErrNullPtr;
   if (srcDstStep < roi.width) return huxErrStep;
   if (!sizes_ok(roi)) return huxErrSize;
-  bi8(pSrc1, srcDstStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roi, h::avg_shift(shift), weight1, weight2, offset);
+  k::bi8(pSrc1, srcDstStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, roi.width, roi.height, h::avg_shift(shift), weight1,
+          weight2, offset);
   return huxOk;
 }
 

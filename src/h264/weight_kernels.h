@@ -29,7 +29,7 @@ constexpr uint32_t kMaxShift = 62;
 constexpr uint32_t cap_shift(uint32_t s) { return s < kMaxShift ? s : kMaxShift; }
 
 // The two-prediction shift of the explicit form, logWD + 1 without wrapping.
-constexpr uint32_t bi_shift(uint32_t logWD) { return cap_shift(logWD) + (logWD < kMaxShift ? 1 : 0); }
+constexpr uint32_t bi_shift(uint32_t logWD) { return logWD < kMaxShift ? logWD + 1 : kMaxShift; }
 // A negative weighted-average shift acts as no shift.
 constexpr uint32_t avg_shift(int32_t shift) { return shift < 0 ? 0u : cap_shift(static_cast<uint32_t>(shift)); }
 // (o1 + o2 + 1) >> 1 without overflowing; always fits 32 bits.
@@ -47,9 +47,8 @@ constexpr int32_t clamp64(int64_t v, int32_t maxv) {
   return static_cast<int32_t>(v < 0 ? 0 : (v > maxv ? maxv : v));
 }
 
-// Block sizes the 8u forms accept: 2, 4, 8 or 16, and their class 0..3.
+// Block sizes the 8u forms accept: 2, 4, 8 or 16.
 constexpr bool weight_size(int32_t n) { return static_cast<uint32_t>(n) <= 16 && ((0x10114u >> n) & 1u); }
-constexpr int size_class(int32_t n) { return n == 2 ? 0 : n == 4 ? 1 : n == 8 ? 2 : 3; }
 
 namespace ref {
 
@@ -84,6 +83,14 @@ inline void avg16u(const uint16_t* a, int32_t sa, const uint16_t* b, int32_t sb,
     uint16_t* rd = d + static_cast<intptr_t>(sd) * y;
     for (int x = 0; x < w; ++x) rd[x] = static_cast<uint16_t>((ra[x] + rb[x] + 1) >> 1);
   }
+}
+
+inline void uni8(uint8_t* p, int32_t step, int w, int h, uint32_t s, int32_t wt, int32_t o) {
+  uni_any<uint8_t>(p, step, w, h, s, wt, o, 255);
+}
+inline void bi8(const uint8_t* a, int32_t sa, const uint8_t* b, int32_t sb, uint8_t* d, int32_t sd, int w, int h,
+                uint32_t s, int32_t w1, int32_t w2, int32_t o) {
+  bi_any<uint8_t>(a, sa, b, sb, d, sd, w, h, s, w1, w2, o, 255);
 }
 
 // The 8u kernels of one width, in the shape the SSE2 ones have.
