@@ -154,6 +154,7 @@ TEST(WeightChecks, NarrowSizesAndBlockFields) {
     EXPECT_EQ(status([](HuxBidir16u& b) { b.src2Step = -4; }, f), f == 2 ? huxOk : huxErrStep);
     EXPECT_EQ(status([](HuxBidir16u& b) { b.dstStep = 3; b.height = 1; }, f), f == 2 ? huxErrSize : huxErrStep);
     EXPECT_EQ(status([](HuxBidir16u& b) { b.width = 3; b.height = 5; }, f), f == 2 ? huxOk : huxErrSize);
+    EXPECT_EQ(status([](HuxBidir16u& b) { b.width = 16; b.height = 2; }, f), huxOk);
     EXPECT_EQ(status([](HuxBidir16u& b) { b.width = 16; b.height = 17; }, f), huxErrSize);
     EXPECT_EQ(status([](HuxBidir16u& b) { b.width = 1; b.height = 16; }, f), huxErrSize);
   }
