@@ -1,8 +1,5 @@
-// H.264 weighted prediction kernels for the checker and the benchmarks. The
-// SSE2 kernels pick a 16-bit scheme from the weights, shift and offset, so the
-// trials draw those around every bound of the schemes (weights near +-128,
-// offsets where the folded constant leaves 16 bits, shifts 7 and 8 and beyond
-// 15) as well as the standard's ranges and any 32-bit value.
+// Weighted prediction kernels for the checker and the benchmarks. The SSE2 kernels pick a 16-bit scheme from the
+// parameters, so trials draw them around every bound of the schemes as well as in the standard's ranges and beyond.
 #include "h264/weight_kernels.h"
 #include "support/check.h"
 

@@ -1,8 +1,5 @@
-// H.264 weighted prediction through the exports: the checks through the
-// export descriptors (the 16-bit parameter blocks' fields by hand), and
-// hand-computed cases for the rounding, the combined offset, the clamps, the
-// shift at logWD 7 where a 16-bit shortcut saturates, and values far outside
-// the standard's ranges, which are computed exactly.
+// Weighted prediction through the exports: checks through the export descriptors (the 16-bit blocks' fields
+// by hand), and hand-computed rounding, offsets, clamps, logWD 7 and values far outside the standard's ranges.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -21,10 +18,8 @@ const uint16_t kB16[1024] = {};
 // Steps of 15 and below are refused before any size; the refused widths are
 // above 15 (and below the good step) so that either order of two refusals is visible.
 const std::vector<Bad> kStep = {{15, huxErrStep, 1}, {0, huxErrStep, 1}, {-16, huxErrStep, 1}};
-const std::vector<Bad> kSize = {{size_arg(16, 3), huxErrSize, 2},  {size_arg(16, 0), huxErrSize, 2},
-                                {size_arg(16, -1), huxErrSize, 2}, {size_arg(16, 1), huxErrSize, 2},
-                                {size_arg(16, 12), huxErrSize, 2}, {size_arg(16, 32), huxErrSize, 2},
-                                {size_arg(17, 16), huxErrSize, 2}, {size_arg(32, 16), huxErrSize, 2}};
+Bad sz(int32_t w, int32_t h) { return {size_arg(w, h), huxErrSize, 2}; }
+const std::vector<Bad> kSize = {sz(16, 3), sz(16, 0), sz(16, -1), sz(16, 12), sz(17, 16), sz(32, 16)};
 Arg step() { return val(64, kStep, {16, 17}); }
 Arg roi() { return val(size_arg(16, 16), kSize, {size_arg(2, 2), size_arg(4, 16), size_arg(16, 2), size_arg(8, 4)}); }
 uint16_t gDst[64];
@@ -130,10 +125,9 @@ const Known kHand[] = {
 };
 HUX_KNOWN(WeightKnown, kHand);
 
-// Width classes below a step of 16 (refused as sizes, not steps), and the
-// parameter blocks' fields: null pointers, then steps, then sizes; nothing written.
+// The parameter blocks' fields: null pointers, then steps, then sizes.
 TEST(WeightChecks, NarrowSizesAndBlockFields) {
-  uint8_t p[64] = {};
+  uint8_t p[64] = {};  // refused as sizes below a step of 16, steps below the width
   for (HuxSize s : {HuxSize{3, 2}, HuxSize{0, 2}, HuxSize{1, 4}, HuxSize{6, 8}, HuxSize{2, 6}})
     EXPECT_EQ(huxiUniDirWeightBlock_H264_8u_C1R(p, 16, 0, 1, 1, s), huxErrSize) << s.width << "x" << s.height;
   EXPECT_EQ(huxiUniDirWeightBlock_H264_8u_C1R(p, 2, 0, 1, 1, {3, 2}), huxErrStep);
