@@ -1277,6 +1277,231 @@ HUX_API HuxResult HUX_STDCALL huxiTransformResidual4x4Inv_H264_32s_C1(const int3
 
 /** @} */
 
+/* ------------------------------------------------------- H.264 weighted prediction */
+/**
+ * @defgroup h264weight H.264 weighted prediction
+ * @brief Explicit and implicit weighted prediction, plain and weighted averages (8u and 16u).
+ *
+ * Weighted sample prediction: every formula below is evaluated exactly, as with
+ * unbounded integers, for every weight, offset and shift value (not only the
+ * standard's ranges), and the result is clamped to 0..255 (8u) or to
+ * 0..(1 << bitDepth) - 1 (16u; bitDepth outside 0..16 is taken as the nearer
+ * end). round(v, s) is (v + (1 << (s - 1))) >> s for s >= 1 and v for s = 0, with
+ * an arithmetic shift. Unless stated otherwise, block widths and heights are 2,
+ * 4, 8 or 16, and only the roi.width samples of each of the roi.height rows are
+ * read or written.
+ * @{
+ */
+
+/** Parameter block of the 16-bit two-prediction forms. Steps count elements. */
+typedef struct {
+  const uint16_t* pSrc1; /**< first prediction */
+  int32_t src1Step;      /**< its row step in elements */
+  const uint16_t* pSrc2; /**< second prediction */
+  int32_t src2Step;      /**< its row step in elements */
+  uint16_t* pDst;        /**< destination (may be either source when it has that source's step) */
+  int32_t dstStep;       /**< its row step in elements */
+  int32_t width;         /**< block width */
+  int32_t height;        /**< block height */
+  int32_t bitDepth;      /**< sample bit depth: results clamped to 0..(1 << bitDepth) - 1 */
+} HuxBidir16u;
+
+/**
+ * @brief Explicit weighting of one 8-bit prediction, in place.
+ *
+ * y = round(x * weight, logWD) + offset, clamped to 0..255 (with logWD = 0 there is
+ * no rounding term: y = x * weight + offset).
+ * @param pSrcDst     the prediction block, overwritten with the weighted one
+ * @param srcDstStep  row step in bytes, at least roi.width
+ * @param logWD       base-2 logarithm of the weight denominator (0..7 in H.264)
+ * @param weight      weight (-128..127 in H.264)
+ * @param offset      offset added after the shift (-128..127 for 8-bit video)
+ * @param roi         block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrcDst is null
+ * @retval huxErrStep     srcDstStep < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was weighted
+ */
+HUX_API HuxResult HUX_STDCALL huxiUniDirWeightBlock_H264_8u_C1R(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t logWD, int32_t weight, int32_t offset, HuxSize roi);
+/**
+ * @brief The same operation as huxiUniDirWeightBlock_H264_8u_C1R, under its in-place name.
+ *
+ * Arguments, arithmetic and statuses are those of huxiUniDirWeightBlock_H264_8u_C1R.
+ * @param pSrcDst     the prediction block, overwritten with the weighted one
+ * @param srcDstStep  row step in bytes, at least roi.width
+ * @param logWD       base-2 logarithm of the weight denominator
+ * @param weight      weight
+ * @param offset      offset added after the shift
+ * @param roi         block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrcDst is null
+ * @retval huxErrStep     srcDstStep < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was weighted
+ */
+HUX_API HuxResult HUX_STDCALL huxiUniDirWeightBlock_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t logWD, int32_t weight, int32_t offset, HuxSize roi);
+/**
+ * @brief Explicit weighting of one high-bit-depth prediction, in place.
+ *
+ * y = round(x * weight, logWD) + offset, clamped to 0..(1 << bitDepth) - 1. The offset is
+ * used as given (a caller scales the standard's 8-bit offset by 1 << (bitDepth - 8)).
+ * @param pSrcDst     the prediction block of 16-bit samples, overwritten
+ * @param srcDstStep  row step in elements, at least roi.width
+ * @param logWD       base-2 logarithm of the weight denominator
+ * @param weight      weight
+ * @param offset      offset added after the shift
+ * @param roi         block width and height, each 2, 4, 8 or 16
+ * @param bitDepth    sample bit depth (clamp bound)
+ * @retval huxErrNullPtr  pSrcDst is null
+ * @retval huxErrStep     srcDstStep < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was weighted
+ */
+HUX_API HuxResult HUX_STDCALL huxiUnidirWeight_H264_16u_IP2P1R(uint16_t* pSrcDst, int32_t srcDstStep, uint32_t logWD, int32_t weight, int32_t offset, HuxSize roi, int32_t bitDepth);
+/**
+ * @brief Explicit weighting of two 8-bit predictions with one source step.
+ *
+ * y = ((x1 * weight1 + x2 * weight2 + (1 << logWD)) >> (logWD + 1)) + ((offset1 + offset2 + 1) >> 1),
+ * clamped to 0..255. pDst may be either source when it has that source's step.
+ * @param pSrc1    first prediction (x1)
+ * @param pSrc2    second prediction (x2)
+ * @param pDst     destination
+ * @param srcStep  row step of both sources in bytes, at least roi.width
+ * @param dstStep  destination row step in bytes, at least roi.width
+ * @param logWD    base-2 logarithm of the weight denominator (0..7 in H.264)
+ * @param weight1  weight of x1
+ * @param offset1  offset of the first reference
+ * @param weight2  weight of x2
+ * @param offset2  offset of the second reference
+ * @param roi      block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrc1, pSrc2 or pDst is null
+ * @retval huxErrStep     srcStep or dstStep < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlock_H264_8u_P2P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t srcStep, int32_t dstStep, uint32_t logWD, int32_t weight1, int32_t offset1, int32_t weight2, int32_t offset2, HuxSize roi);
+/**
+ * @brief Explicit weighting of two 8-bit predictions, each source with its own step.
+ *
+ * The arithmetic of huxiBiDirWeightBlock_H264_8u_P2P1R.
+ * @param pSrc1     first prediction (x1)
+ * @param pSrc2     second prediction (x2)
+ * @param pDst      destination
+ * @param src1Step  row step of pSrc1 in bytes, at least roi.width
+ * @param src2Step  row step of pSrc2 in bytes, at least roi.width
+ * @param dstStep   destination row step in bytes, at least roi.width
+ * @param logWD     base-2 logarithm of the weight denominator
+ * @param weight1   weight of x1
+ * @param offset1   offset of the first reference
+ * @param weight2   weight of x2
+ * @param offset2   offset of the second reference
+ * @param roi       block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrc1, pSrc2 or pDst is null
+ * @retval huxErrStep     a step < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlock_H264_8u_P3P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t src1Step, int32_t src2Step, int32_t dstStep, uint32_t logWD, int32_t weight1, int32_t offset1, int32_t weight2, int32_t offset2, HuxSize roi);
+/**
+ * @brief Implicit weighting of two 8-bit predictions with one source step.
+ *
+ * y = (x1 * weight1 + x2 * weight2 + 32) >> 6, clamped to 0..255. The weights of implicit
+ * mode sum to 64; that is not checked.
+ * @param pSrc1    first prediction (x1)
+ * @param pSrc2    second prediction (x2)
+ * @param pDst     destination
+ * @param srcStep  row step of both sources in bytes, at least roi.width
+ * @param dstStep  destination row step in bytes, at least roi.width
+ * @param weight1  weight of x1
+ * @param weight2  weight of x2
+ * @param roi      block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrc1, pSrc2 or pDst is null
+ * @retval huxErrStep     srcStep or dstStep < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlockImplicit_H264_8u_P2P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t srcStep, int32_t dstStep, int32_t weight1, int32_t weight2, HuxSize roi);
+/**
+ * @brief Implicit weighting of two 8-bit predictions, each source with its own step.
+ *
+ * The arithmetic of huxiBiDirWeightBlockImplicit_H264_8u_P2P1R.
+ * @param pSrc1     first prediction (x1)
+ * @param pSrc2     second prediction (x2)
+ * @param pDst      destination
+ * @param src1Step  row step of pSrc1 in bytes, at least roi.width
+ * @param src2Step  row step of pSrc2 in bytes, at least roi.width
+ * @param dstStep   destination row step in bytes, at least roi.width
+ * @param weight1   weight of x1
+ * @param weight2   weight of x2
+ * @param roi       block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrc1, pSrc2 or pDst is null
+ * @retval huxErrStep     a step < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlockImplicit_H264_8u_P3P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t src1Step, int32_t src2Step, int32_t dstStep, int32_t weight1, int32_t weight2, HuxSize roi);
+/**
+ * @brief Explicit weighting of two high-bit-depth predictions described by a parameter block.
+ *
+ * y = ((x1 * weight1 + x2 * weight2 + (1 << logWD)) >> (logWD + 1)) + ((offset1 + offset2 + 1) >> 1),
+ * clamped to 0..(1 << bitDepth) - 1. Offsets are used as given.
+ * @param pParams  blocks, element steps, size (each 2, 4, 8 or 16) and bit depth
+ * @param logWD    base-2 logarithm of the weight denominator
+ * @param weight1  weight of x1
+ * @param offset1  offset of the first reference
+ * @param weight2  weight of x2
+ * @param offset2  offset of the second reference
+ * @retval huxErrNullPtr  pParams, or its pSrc1, pSrc2 or pDst, is null
+ * @retval huxErrStep     src1Step, src2Step or dstStep < width
+ * @retval huxErrSize     width or height is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBidirWeight_H264_16u_P2P1R(const HuxBidir16u* pParams, uint32_t logWD, int32_t weight1, int32_t offset1, int32_t weight2, int32_t offset2);
+/**
+ * @brief Implicit weighting of two high-bit-depth predictions described by a parameter block.
+ *
+ * y = (x1 * weight1 + x2 * weight2 + 32) >> 6, clamped to 0..(1 << bitDepth) - 1.
+ * @param pParams  blocks, element steps, size (each 2, 4, 8 or 16) and bit depth
+ * @param weight1  weight of x1
+ * @param weight2  weight of x2
+ * @retval huxErrNullPtr  pParams, or its pSrc1, pSrc2 or pDst, is null
+ * @retval huxErrStep     src1Step, src2Step or dstStep < width
+ * @retval huxErrSize     width or height is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBidirWeightImplicit_H264_16u_P2P1R(const HuxBidir16u* pParams, int32_t weight1, int32_t weight2);
+/**
+ * @brief Rounded average of two high-bit-depth predictions described by a parameter block.
+ *
+ * y = (x1 + x2 + 1) >> 1. Any width and height from 2 to 16 is accepted, not only powers of
+ * two; steps are not checked (negative ones walk upwards); the bit depth is not used.
+ * @param pParams  blocks, element steps and size
+ * @retval huxErrNullPtr  pParams, or its pSrc1, pSrc2 or pDst, is null
+ * @retval huxErrSize     width outside 2..16, then height outside 2..16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiBidir_H264_16u_P2P1R(const HuxBidir16u* pParams);
+/**
+ * @brief Weighted average of two 8-bit blocks with a caller-given shift, into the second.
+ *
+ * y = round(x1 * weight1 + x2 * weight2, shift) + offset, clamped to 0..255; x1 from pSrc1,
+ * x2 from pSrcDst, which receives y. A negative shift acts as 0.
+ * @param pSrc1       first block (x1)
+ * @param pSrcDst     second block (x2), overwritten with the result
+ * @param srcDstStep  row step of both blocks in bytes, at least roi.width
+ * @param weight1     weight of x1
+ * @param weight2     weight of x2
+ * @param shift       right shift of the rounded sum
+ * @param offset      offset added after the shift
+ * @param roi         block width and height, each 2, 4, 8 or 16
+ * @retval huxErrNullPtr  pSrc1 or pSrcDst is null
+ * @retval huxErrStep     srcDstStep < roi.width
+ * @retval huxErrSize     a dimension is not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiWeightedAverage_H264_8u_C1IR(const uint8_t* pSrc1, uint8_t* pSrcDst, int32_t srcDstStep, int32_t weight1, int32_t weight2, int32_t shift, int32_t offset, HuxSize roi);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif
