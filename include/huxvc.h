@@ -200,6 +200,75 @@ HUX_API HuxResult HUX_STDCALL huxiTransformResidual4x4Inv_H264_16s_C1(const int1
 /** The 4x4 inverse core transform and rounding alone, 32-bit arithmetic. */
 HUX_API HuxResult HUX_STDCALL huxiTransformResidual4x4Inv_H264_32s_C1(const int32_t* pSrc, int32_t* pDst);
 
+/* ------------------------------------------------------------------ H.264 intra prediction */
+/*
+ * The three predictors work in place on an 8-bit picture: pSrcDst is the block's top-left sample and the
+ * neighbours are read from the picture around it. availability says which neighbours exist (a set bit: present):
+ * bit 0 (1) the row above, bit 1 (2) the column to the left, bit 5 (32) the sample above-left, bit 6 (64) the four
+ * samples above-right (4x4 only); other bits are ignored. A sample whose bit is clear is never read.
+ */
+
+/**
+ * @brief Predicts a 4x4 luma block in place with one of the nine 4x4 modes.
+ *
+ * Modes: 0 vertical, 1 horizontal, 2 DC, 3 diagonal down-left, 4 diagonal down-right, 5 vertical-right,
+ * 6 horizontal-down, 7 vertical-left, 8 horizontal-up, with the standard's rounding (DC (4 above + 4 left + 4) >> 3,
+ * one side (4 + 2) >> 2, neither 128; three-tap (p + 2q + r + 2) >> 2 and two-tap (p + q + 1) >> 1 filters).
+ * A neighbour a mode needs but availability marks absent is replaced by 128 (all its samples) and the block is
+ * still predicted; the call then returns huxWrnNoNeighbour. Missing above-right samples (bit 6 clear) repeat the
+ * last sample above, without a warning. DC never warns.
+ * @param pSrcDst       the block in the picture (in place); reads up to 1 row above, 1 column left, 4 samples above-right
+ * @param srcDstStep    row step in bytes, at least 4
+ * @param mode          0 to 8
+ * @param availability  neighbour flags (see above)
+ * @retval huxErrNullPtr      pSrcDst is null
+ * @retval huxErrStep         srcDstStep below 4
+ * @retval huxErrOutOfRange   mode above 8 (nothing read or written)
+ * @retval huxWrnNoNeighbour  a needed neighbour was absent; 128 was used and the block written
+ * @retval huxOk              predicted
+ */
+HUX_API HuxResult HUX_STDCALL huxiPredictIntra_4x4_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode, uint32_t availability);
+
+/**
+ * @brief Predicts a 16x16 luma macroblock in place: 0 vertical, 1 horizontal, 2 DC, 3 plane.
+ *
+ * DC is (16 above + 16 left + 16) >> 5, (16 + 8) >> 4 from one side, 128 with neither. Plane: H and V the
+ * standard's weighted differences, b = (5 H + 32) >> 6, c = (5 V + 32) >> 6, a = 16 (last left + last above), each
+ * sample (a + b (x - 7) + c (y - 7) + 16) >> 5 clamped to 0..255. Vertical needs bit 0, horizontal bit 1, plane
+ * bits 0, 1 and 5; a mode whose neighbours are absent is refused and nothing is written.
+ * @param pSrcDst       the macroblock in the picture (in place)
+ * @param srcDstStep    row step in bytes, at least 16
+ * @param mode          0 to 3
+ * @param availability  neighbour flags (bit 6 unused)
+ * @retval huxErrNullPtr      pSrcDst is null
+ * @retval huxErrStep         srcDstStep below 16
+ * @retval huxErrNoNeighbour  the mode needs a neighbour marked absent (nothing written)
+ * @retval huxErrOutOfRange   mode above 3
+ * @retval huxOk              predicted
+ */
+HUX_API HuxResult HUX_STDCALL huxiPredictIntra_16x16_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode, uint32_t availability);
+
+/**
+ * @brief Predicts the 8x8 block of one 4:2:0 chroma plane in place: 0 DC, 1 horizontal, 2 vertical, 3 plane.
+ *
+ * Note the numbering: chroma mode 0 is DC and vertical is 2. DC is formed per 4x4 quarter: top-left and
+ * bottom-right from both sides ((8 samples + 4) >> 3), the top-right quarter from the row above if present else the
+ * left column, the bottom-left quarter from the left column if present else the row above ((4 + 2) >> 2), 128
+ * when neither. Plane: b = (17 H + 16) >> 5, c = (17 V + 16) >> 5, a = 16 (last left + last above), each sample
+ * (a + b (x - 3) + c (y - 3) + 16) >> 5 clamped to 0..255. Horizontal needs bit 1, vertical bit 0, plane bits 0, 1
+ * and 5; a mode whose neighbours are absent is refused and nothing is written.
+ * @param pSrcDst       the block in the plane (in place)
+ * @param srcDstStep    row step in bytes, at least 8
+ * @param mode          0 to 3
+ * @param availability  neighbour flags (bit 6 unused)
+ * @retval huxErrNullPtr      pSrcDst is null
+ * @retval huxErrStep         srcDstStep below 8
+ * @retval huxErrNoNeighbour  the mode needs a neighbour marked absent (nothing written)
+ * @retval huxErrOutOfRange   mode above 3
+ * @retval huxOk              predicted
+ */
+HUX_API HuxResult HUX_STDCALL huxiPredictIntraChroma8x8_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode, uint32_t availability);
+
 #ifdef __cplusplus
 }
 #endif
