@@ -36,25 +36,28 @@ inline uint32_t bytesum(uint32_t v) {
   return (s + (s >> 16)) & 0xFFFFu;
 }
 
-// The 4x4 edge with the substitutions of the reference: above, above-right,
-// left (L0 in the low byte), above-left.
-struct Edge4 {
-  uint32_t t, tr, l, q;
-};
-HUX_INLINE Edge4 gather4(const uint8_t* p, int32_t step, uint32_t avail) {
-  const uint8_t* up = row(p, step, -1);
-  Edge4 g;
-  g.t = (avail & kAvailAbove) ? ld32(up) : 0x80808080u;
-  g.tr = (avail & kAvailAboveRight) ? ld32(up + 4) : (g.t >> 24) * 0x01010101u;
-  g.l = (avail & kAvailLeft) ? uint32_t{p[-1]} | uint32_t{row(p, step, 1)[-1]} << 8 |
-                                   uint32_t{row(p, step, 2)[-1]} << 16 | uint32_t{row(p, step, 3)[-1]} << 24
-                             : 0x80808080u;
-  g.q = (avail & kAvailAboveLeft) ? up[-1] : 128u;
-  return g;
+// The 4x4 edge with the substitutions of the reference, loaded piece by piece
+// as a mode needs it: above, above-right, left (L0 in the low byte), above-left.
+HUX_INLINE uint32_t above4(const uint8_t* p, int32_t step, uint32_t avail) {
+  return (avail & kAvailAbove) ? ld32(row(p, step, -1)) : 0x80808080u;
 }
+HUX_INLINE uint32_t above_right4(const uint8_t* p, int32_t step, uint32_t avail, uint32_t t) {
+  return (avail & kAvailAboveRight) ? ld32(row(p, step, -1) + 4) : (t >> 24) * 0x01010101u;
+}
+HUX_INLINE uint32_t left4(const uint8_t* p, int32_t step, uint32_t avail) {
+  if (!(avail & kAvailLeft)) return 0x80808080u;
+  return uint32_t{p[-1]} | uint32_t{row(p, step, 1)[-1]} << 8 | uint32_t{row(p, step, 2)[-1]} << 16 |
+         uint32_t{row(p, step, 3)[-1]} << 24;
+}
+HUX_INLINE uint32_t corner4(const uint8_t* p, int32_t step, uint32_t avail) {
+  return (avail & kAvailAboveLeft) ? row(p, step, -1)[-1] : 128u;
+}
+struct Edge4 {
+  uint32_t t, l, q;
+};
 // Left column from the bottom, the corner, the row above: L3 L2 L1 L0 Q T0 T1 T2 T3.
 inline __m128i down_right_edge(const Edge4& g) {
-  const uint32_t lrev = (g.l >> 24) | ((g.l >> 8) & 0xFF00u) | ((g.l << 8) & 0xFF0000u) | (g.l << 24);
+  const uint32_t lrev = __builtin_bswap32(g.l);
   const __m128i e = pair32(lrev, g.q | g.t << 8);
   return _mm_or_si128(e, _mm_slli_si128(_mm_cvtsi32_si128(static_cast<int32_t>(g.t >> 24)), 8));
 }
@@ -69,18 +72,22 @@ inline void rows4(uint8_t* p, int32_t step, uint32_t r0, uint32_t r1, uint32_t r
 
 HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
   using namespace intra;
-  const Edge4 g = gather4(p, step, avail);
   switch (mode) {
-    case 0:
-      rows4(p, step, g.t, g.t, g.t, g.t);
+    case 0: {
+      const uint32_t t = above4(p, step, avail);
+      rows4(p, step, t, t, t, t);
       break;
-    case 1:
-      rows4(p, step, (g.l & 0xFF) * 0x01010101u, ((g.l >> 8) & 0xFF) * 0x01010101u, ((g.l >> 16) & 0xFF) * 0x01010101u,
-            (g.l >> 24) * 0x01010101u);
+    }
+    case 1: {
+      const uint8_t* l = p - 1;
+      const bool h = avail & kAvailLeft;
+      rows4(p, step, (h ? l[0] : 128u) * 0x01010101u, (h ? *row(l, step, 1) : 128u) * 0x01010101u,
+            (h ? *row(l, step, 2) : 128u) * 0x01010101u, (h ? *row(l, step, 3) : 128u) * 0x01010101u);
       break;
+    }
     case 2: {
       const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
-      const uint32_t st = bytesum(g.t), sl = bytesum(g.l);
+      const uint32_t st = a ? bytesum(ld32(row(p, step, -1))) : 0, sl = l ? bytesum(left4(p, step, avail)) : 0;
       const uint32_t dc = a && l ? (st + sl + 4) >> 3 : a ? (st + 2) >> 2 : l ? (sl + 2) >> 2 : 128;
       const uint32_t v = dc * 0x01010101u;
       rows4(p, step, v, v, v, v);
@@ -89,7 +96,8 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
     case 3:
     case 7: {
       // T0..T7 and T7 again behind them.
-      const __m128i e = _mm_unpacklo_epi64(pair32(g.t, g.tr), _mm_set1_epi8(static_cast<char>(g.tr >> 24)));
+      const uint32_t t = above4(p, step, avail), tr = above_right4(p, step, avail, t);
+      const __m128i e = _mm_unpacklo_epi64(pair32(t, tr), _mm_set1_epi8(static_cast<char>(tr >> 24)));
       const __m128i f = taps3(e);
       if (mode == 3) {
         rows4(p, step, lo32(f), at32<1>(f), at32<2>(f), at32<3>(f));
@@ -100,11 +108,13 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
       break;
     }
     case 4: {
+      const Edge4 g{above4(p, step, avail), left4(p, step, avail), corner4(p, step, avail)};
       const __m128i f = taps3(down_right_edge(g));
       rows4(p, step, at32<3>(f), at32<2>(f), at32<1>(f), lo32(f));
       break;
     }
     case 5: {
+      const Edge4 g{above4(p, step, avail), left4(p, step, avail), corner4(p, step, avail)};
       const __m128i e = down_right_edge(g);
       const __m128i f = taps3(e), a = taps2(e);
       const uint32_t r0 = at32<4>(a), r1 = at32<3>(f), f0 = lo32(f);
@@ -112,6 +122,7 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
       break;
     }
     case 6: {
+      const Edge4 g{above4(p, step, avail), left4(p, step, avail), corner4(p, step, avail)};
       const __m128i e = down_right_edge(g);
       const __m128i f = taps3(e);
       const __m128i z = _mm_unpacklo_epi8(taps2(e), f);
@@ -119,7 +130,8 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
       break;
     }
     default: {  // 8: L0 L1 L2 L3, then L3 repeated
-      const __m128i e = pair32(g.l, (g.l >> 24) * 0x01010101u);
+      const uint32_t l = left4(p, step, avail);
+      const __m128i e = pair32(l, (l >> 24) * 0x01010101u);
       const __m128i z = _mm_unpacklo_epi8(taps2(e), taps3(e));
       rows4(p, step, lo32(z), at32<2>(z), at32<4>(z), at32<6>(z));
       break;
