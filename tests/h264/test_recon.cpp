@@ -14,6 +14,7 @@
 #include "huxvc.h"
 #include "support/exports.h"
 #include "support/h264_cavlc_writer.h"
+#include "support/known.h"
 
 namespace {
 
@@ -263,5 +264,55 @@ TEST(ReconMacroblocks, Chroma) {
     });
   }
 }
+
+// ---------------------------------------------------------------- known answers
+
+// A flat picture of 100 whose row above the macroblock is 0, 8, ..., 120 (corner 0).
+struct Flat {
+  std::vector<uint8_t> s = std::vector<uint8_t>(48 * 48, 100);
+  Flat() {
+    for (int x = -1; x < 16; ++x) s[15 * 48 + 16 + x] = static_cast<uint8_t>(8 * (x < 0 ? 0 : x));
+  }
+  uint8_t* mb() { return &s[16 * 48 + 16]; }
+  Vals row(int y, int x0, int n) { return V(mb() + 48 * y + x0, static_cast<size_t>(n)); }
+};
+Vals intra8x8(int32_t mode, std::initializer_list<int> rows) {
+  Flat f;
+  const int32_t modes[4] = {mode, 2, 2, 2};
+  int16_t c[1] = {};
+  int16_t* p = c;
+  Vals out{huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R(&p, f.mb(), 48, modes, 0, 20, 0, nullptr, 0)};
+  for (int y : rows) out = cat({out, f.row(y, 0, 8)});
+  return out;
+}
+// Block 0 vertical with levels 1, 2, 3, 4 down its first column, or inter with -7 and 300 in its first row.
+Vals bypass(int kind, int32_t qp) {
+  Flat f;
+  int16_t lv[16] = {1, 0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4, 0, 0, 0};
+  if (kind) lv[0] = -7, lv[1] = 300;
+  int16_t* p = lv;
+  uint32_t modes[16];
+  std::fill_n(modes, 16, 2u);
+  modes[0] = 0;
+  const int16_t* ls = kLs4;
+  Vals out{kind ? huxiReconstructLumaInter4x4MB_H264_16s8u_C1R(&p, f.mb(), 48, 2, qp, ls, 1)
+                : huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R(&p, f.mb(), 48, modes, 2, qp, 0, ls, 1)};
+  for (int y = 0; y < 4; ++y) out = cat({out, f.row(y, 0, 2)});
+  return out;
+}
+
+const Known kCases[] = {
+    // The row above filtered: (0 + 0 + 8 + 2) >> 2 = 2 at the corner end, (32 x + 2) >> 2 = 8 x inside.
+    {"Intra8x8VerticalFiltered", [] { return intra8x8(0, {0, 7}); }, {0, 2, 8, 16, 24, 32, 40, 48, 56, 2, 8, 16, 24, 32, 40, 48, 56}},
+    // (2 + 16 + 16 + 2) >> 2 = 9; last: filtered 112 and (112 + 360 + 2) >> 2 = 118, then (112 + 354 + 2) >> 2 = 117.
+    {"Intra8x8DiagDownLeft", [] { Vals v = intra8x8(3, {0, 7}); return Vals{v[0], v[1], v[16]}; }, {0, 9, 117}},
+    // Vertical bypass accumulates down the column: 101, 103, 106, 110; the next column keeps 8 from above.
+    {"BypassIntraVertical", [] { return bypass(0, 0); }, {0, 1, 8, 3, 8, 6, 8, 10, 8}},
+    // Inter bypass adds the levels as they are, clamped: 100 - 7, 100 + 300, then 2, 3, 4 down the column.
+    {"BypassInter", [] { return bypass(1, 0); }, {0, 93, 255, 102, 100, 103, 100, 104, 100}},
+    // At QP 1 the flag is ignored: 300 x 16 x ... is a dequantised level, not 300.
+    {"BypassOnlyAtQp0", [] { Vals v = bypass(1, 1); return Vals{v[0], v[1] != 93}; }, {0, 1}},
+};
+HUX_KNOWN(ReconKnown, kCases);
 
 }  // namespace
