@@ -247,6 +247,14 @@ inline int32_t pred_chroma8x8(uint8_t* p, int32_t step, uint32_t mode, uint32_t 
   return kPredOk;
 }
 
+// One mode each, for the exports' dispatch tables.
+template <uint32_t M>
+inline int32_t pred4x4_mode(uint8_t* p, int32_t step, uint32_t avail) { return pred4x4(p, step, M, avail); }
+template <uint32_t M>
+inline int32_t pred16x16_mode(uint8_t* p, int32_t step, uint32_t avail) { return pred16x16(p, step, M, avail); }
+template <uint32_t M>
+inline int32_t pred_chroma8x8_mode(uint8_t* p, int32_t step, uint32_t avail) { return pred_chroma8x8(p, step, M, avail); }
+
 }  // namespace ref
 }  // namespace hux::h264
 

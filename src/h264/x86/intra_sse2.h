@@ -70,8 +70,12 @@ inline void rows4(uint8_t* p, int32_t step, uint32_t r0, uint32_t r1, uint32_t r
 
 }  // namespace intra
 
-HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
+// One mode; the exports reach each through a table, so that the simple modes
+// compile without the setup of the directional ones.
+template <uint32_t M>
+HUX_INLINE int32_t pred4x4_mode(uint8_t* p, int32_t step, uint32_t avail) {
   using namespace intra;
+  constexpr uint32_t mode = M;
   switch (mode) {
     case 0: {
       const uint32_t t = above4(p, step, avail);
@@ -79,19 +83,28 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
       break;
     }
     case 1: {
+      if (!(avail & kAvailLeft)) {
+        rows4(p, step, 0x80808080u, 0x80808080u, 0x80808080u, 0x80808080u);
+        return kWarnMissing;
+      }
       const uint8_t* l = p - 1;
-      const bool h = avail & kAvailLeft;
-      rows4(p, step, (h ? l[0] : 128u) * 0x01010101u, (h ? *row(l, step, 1) : 128u) * 0x01010101u,
-            (h ? *row(l, step, 2) : 128u) * 0x01010101u, (h ? *row(l, step, 3) : 128u) * 0x01010101u);
-      break;
+      rows4(p, step, l[0] * 0x01010101u, *row(l, step, 1) * 0x01010101u, *row(l, step, 2) * 0x01010101u,
+            *row(l, step, 3) * 0x01010101u);
+      return kPredOk;
     }
     case 2: {
-      const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
-      const uint32_t st = a ? bytesum(ld32(row(p, step, -1))) : 0, sl = l ? bytesum(left4(p, step, avail)) : 0;
-      const uint32_t dc = a && l ? (st + sl + 4) >> 3 : a ? (st + 2) >> 2 : l ? (sl + 2) >> 2 : 128;
+      const uint8_t* l = p - 1;
+      const uint32_t sl = (avail & kAvailLeft) ? (l[0] + *row(l, step, 1)) + (*row(l, step, 2) + *row(l, step, 3)) : 0;
+      uint32_t dc;
+      if (avail & kAvailAbove) {
+        const uint32_t st = bytesum(ld32(row(p, step, -1)));
+        dc = (avail & kAvailLeft) ? (st + sl + 4) >> 3 : (st + 2) >> 2;
+      } else {
+        dc = (avail & kAvailLeft) ? (sl + 2) >> 2 : 128;
+      }
       const uint32_t v = dc * 0x01010101u;
       rows4(p, step, v, v, v, v);
-      break;
+      return kPredOk;
     }
     case 3:
     case 7: {
@@ -139,6 +152,19 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
   }
   return (kNeeds4x4[mode] & ~avail) ? kWarnMissing : kPredOk;
 }
+HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
+  switch (mode) {
+    case 0: return pred4x4_mode<0>(p, step, avail);
+    case 1: return pred4x4_mode<1>(p, step, avail);
+    case 2: return pred4x4_mode<2>(p, step, avail);
+    case 3: return pred4x4_mode<3>(p, step, avail);
+    case 4: return pred4x4_mode<4>(p, step, avail);
+    case 5: return pred4x4_mode<5>(p, step, avail);
+    case 6: return pred4x4_mode<6>(p, step, avail);
+    case 7: return pred4x4_mode<7>(p, step, avail);
+    default: return pred4x4_mode<8>(p, step, avail);
+  }
+}
 
 namespace intra {
 
@@ -149,19 +175,27 @@ inline void fill(uint8_t* p, int32_t step, __m128i v) {
     else _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), v);
   }
 }
+// Each row the sample to its left: a byte times 0x01010101 spread by pshufd.
 template <int N>
 inline void fill_left(uint8_t* p, int32_t step) {
   for (int y = 0; y < N; ++y) {
     uint8_t* d = row(p, step, y);
-    const __m128i v = _mm_set1_epi8(static_cast<char>(d[-1]));
+    const __m128i v = _mm_shuffle_epi32(_mm_cvtsi32_si128(static_cast<int32_t>(d[-1] * 0x01010101u)), 0);
     if constexpr (N == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(d), v);
     else _mm_storel_epi64(reinterpret_cast<__m128i*>(d), v);
   }
 }
+// Sum of n (a multiple of 4) samples to the left, in four independent chains.
 inline int left_sum(const uint8_t* p, int32_t step, int y0, int n) {
-  int s = 0;
-  for (int y = y0; y < y0 + n; ++y) s += row(p, step, y)[-1];
-  return s;
+  const uint8_t* l = row(p, step, y0) - 1;
+  int s0 = 0, s1 = 0, s2 = 0, s3 = 0;
+  for (int y = 0; y < n; y += 4) {
+    s0 += *row(l, step, y);
+    s1 += *row(l, step, y + 1);
+    s2 += *row(l, step, y + 2);
+    s3 += *row(l, step, y + 3);
+  }
+  return (s0 + s1) + (s2 + s3);
 }
 // Plane rows: lanes hold a + 16 + b (x - centre) + c (y - centre); each row adds c.
 template <int N>
@@ -185,16 +219,17 @@ inline void plane(uint8_t* p, int32_t step, int a, int b, int c) {
 
 }  // namespace intra
 
-HUX_INLINE int32_t pred16x16(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
+template <uint32_t M>
+HUX_INLINE int32_t pred16x16_mode(uint8_t* p, int32_t step, uint32_t avail) {
   using namespace intra;
-  if (mode > 3) return kBadMode;
+  constexpr uint32_t mode = M;
   if (kNeeds16x16[mode] & ~avail) return kNoNeighbour;
   const uint8_t* up = row(p, step, -1);
-  if (mode == 0) {
+  if constexpr (mode == 0) {
     fill<16>(p, step, _mm_loadu_si128(reinterpret_cast<const __m128i*>(up)));
-  } else if (mode == 1) {
+  } else if constexpr (mode == 1) {
     fill_left<16>(p, step);
-  } else if (mode == 2) {
+  } else if constexpr (mode == 2) {
     const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
     int st = 0;
     if (a) {
@@ -216,16 +251,17 @@ HUX_INLINE int32_t pred16x16(uint8_t* p, int32_t step, uint32_t mode, uint32_t a
   return kPredOk;
 }
 
-HUX_INLINE int32_t pred_chroma8x8(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
+template <uint32_t M>
+HUX_INLINE int32_t pred_chroma8x8_mode(uint8_t* p, int32_t step, uint32_t avail) {
   using namespace intra;
-  if (mode > 3) return kBadMode;
+  constexpr uint32_t mode = M;
   if (kNeedsChroma[mode] & ~avail) return kNoNeighbour;
   const uint8_t* up = row(p, step, -1);
-  if (mode == 2) {
+  if constexpr (mode == 2) {
     fill<8>(p, step, _mm_loadl_epi64(reinterpret_cast<const __m128i*>(up)));
-  } else if (mode == 1) {
+  } else if constexpr (mode == 1) {
     fill_left<8>(p, step);
-  } else if (mode == 0) {
+  } else if constexpr (mode == 0) {
     const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
     const int t0 = a ? static_cast<int>(bytesum(ld32(up))) : 0, t1 = a ? static_cast<int>(bytesum(ld32(up + 4))) : 0;
     const int l0 = l ? left_sum(p, step, 0, 4) : 0, l1 = l ? left_sum(p, step, 4, 4) : 0;
@@ -247,6 +283,25 @@ HUX_INLINE int32_t pred_chroma8x8(uint8_t* p, int32_t step, uint32_t mode, uint3
     plane<8>(p, step, 16 * (*row(l, step, 7) + up[7]), (17 * h + 16) >> 5, (17 * v + 16) >> 5);
   }
   return kPredOk;
+}
+
+HUX_INLINE int32_t pred16x16(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
+  switch (mode) {
+    case 0: return pred16x16_mode<0>(p, step, avail);
+    case 1: return pred16x16_mode<1>(p, step, avail);
+    case 2: return pred16x16_mode<2>(p, step, avail);
+    case 3: return pred16x16_mode<3>(p, step, avail);
+    default: return kBadMode;
+  }
+}
+HUX_INLINE int32_t pred_chroma8x8(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail) {
+  switch (mode) {
+    case 0: return pred_chroma8x8_mode<0>(p, step, avail);
+    case 1: return pred_chroma8x8_mode<1>(p, step, avail);
+    case 2: return pred_chroma8x8_mode<2>(p, step, avail);
+    case 3: return pred_chroma8x8_mode<3>(p, step, avail);
+    default: return kBadMode;
+  }
 }
 
 // The 8x8 luma prediction runs once per quadrant of a macroblock, after its
