@@ -77,6 +77,7 @@ const Known kCases[] = {
     {"HorizontalUp", [] { return p4(kRamp, 8, 2); }, {0, 12, 14, 15, 17, 15, 17, 18, 19, 18, 19, 19, 19, 19, 19, 19, 19}},
     // Missing corner and left: 128 each, with the warning: (128 + 256 + 10 + 2) >> 2 = 99.
     {"DiagDownRightMissing", [] { return p4(kRamp, 4, 1, {0}); }, {11, 99, 42, 20, 30}},
+    {"DiagDownLeftMissing", [] { return p4(kFlat, 3, 0, {0}); }, cat({{11}, all(4, 128)})},
     {"HorizontalUpMissing", [] { return p4(kRamp, 8, 1, {3}); }, {11, 128, 128, 128, 128}},
     {"Plane16", [] { return p16(kPlane16, 3, 35, {0, 15}); },
      cat({{0}, {1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31}, {1, 3, 5, 7, 9, 11, 13, 15, 17, 19, 21, 23, 25, 27, 29, 31}})},
