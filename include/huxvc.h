@@ -464,6 +464,74 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraMB_H264_16s8u_P2R(int16_
  */
 HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeType, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
 
+/*
+ * Half forms, for macroblock pairs whose left neighbours are split between two macroblocks (a field macroblock
+ * beside a frame pair, or a left pair of which only one macroblock may be used): the whole macroblock is
+ * rebuilt as by the non-Half form, but the left neighbour of its upper half (luma rows 0..7, chroma rows 0..3) and
+ * of its lower half (luma rows 8..15, chroma rows 4..7) have separate availability. The left samples of both
+ * halves are read from the column to the left of the macroblock at the same row step, so a caller passes the
+ * pointer and step under which that column holds the neighbours the standard's derivation gives (for a field
+ * macroblock of a frame-coded picture: the field's rows at twice the frame step). Luma edge type bits: 0 (1) the
+ * upper half's left macroblock absent, 1 (2) the lower half's left macroblock absent, 2 (4) above, 3 (8)
+ * above-right, 4 (16) above-left (of the upper half), 5 (32) the left sample just above row 8 (the lower half's
+ * above-left) absent. The non-Half functions ignore bits 1 and 5. Chroma takes an edge type per half: the upper
+ * one as in huxiReconstructChromaIntraMB_H264_16s8u_P2R, of the lower one only bit 0 (its left) counts.
+ */
+
+/**
+ * @brief Intra 4x4 luma macroblock (flat LevelScale) with the left neighbour split in halves.
+ *
+ * As huxiReconstructLumaIntraMB_H264_16s8u_C1R, with the Half edge type above.
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @retval huxErrStep        srcDstYStep below 1
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType);
+
+/**
+ * @brief Intra 4x4 luma macroblock with LevelScale4x4 and bypass, the left neighbour split in halves.
+ *
+ * As huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R, with the Half edge type above.
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null
+ * @retval huxErrStep        srcDstYStep below 1
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra 8x8 luma macroblock with the left neighbour split in halves.
+ *
+ * As huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R (pQuantTable may be null: flat), with the Half edge type above:
+ * the bottom-left quadrant's left column follows bit 1 and its above-left sample bit 5.
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @retval huxErrStep        srcDstYStep below 1
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode outside 0..8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const int32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra chroma with the left neighbour split in halves, one edge type per half.
+ *
+ * DC: each 4x4 quarter uses the left half beside it (its availability from that half's edge type). Horizontal and
+ * plane need both halves' left neighbours (plane also above and above-left, from the upper edge type); vertical
+ * needs the macroblock above. The residual as huxiReconstructChromaInterMB_H264_16s8u_P2R at chromaQP.
+ * @param edgeTypeTop     left (bit 0), above (bit 2), above-left (bit 4) absent, for the upper half and the block
+ * @param edgeTypeBottom  bit 0: the lower half's left neighbour absent; other bits ignored
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange   chromaQP outside 0..51, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour (nothing written or consumed)
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom);
+
+/**
+ * @brief The same operation as huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R under its second name; it forwards to it.
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom);
+
 #ifdef __cplusplus
 }
 #endif

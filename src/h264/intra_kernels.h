@@ -247,6 +247,34 @@ inline int32_t pred_chroma8x8(uint8_t* p, int32_t step, uint32_t mode, uint32_t 
   return kPredOk;
 }
 
+// 8x8 chroma whose left column is split in halves (rows 0-3 and 4-7) with
+// their own availability: the upper half's left is bit 1 of avail, the lower
+// half's is lowerLeft. Horizontal and plane need both halves; each DC quarter
+// uses the left half beside it.
+inline int32_t pred_chroma8x8_halves(uint8_t* p, int32_t step, uint32_t mode, uint32_t avail, bool lowerLeft) {
+  if (mode > 3) return kBadMode;
+  const bool upperLeft = avail & kAvailLeft;
+  if (upperLeft == lowerLeft) return pred_chroma8x8(p, step, mode, lowerLeft ? avail : avail & ~kAvailLeft);
+  if (mode == 2) return pred_chroma8x8(p, step, mode, avail);
+  if (mode != 0) return kNoNeighbour;
+  const uint8_t* up = row(p, step, -1);
+  const bool a = avail & kAvailAbove;
+  for (int qy = 0; qy < 2; ++qy) {
+    const bool l = qy ? lowerLeft : upperLeft;
+    for (int qx = 0; qx < 2; ++qx) {
+      int st = 0, sl = 0;
+      for (int i = 0; i < 4; ++i) {
+        if (a) st += up[4 * qx + i];
+        if (l) sl += row(p, step, 4 * qy + i)[-1];
+      }
+      const int dc = chroma_dc(st, sl, a, l, qx, qy);
+      for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 4; ++x) row(p, step, 4 * qy + y)[4 * qx + x] = static_cast<uint8_t>(dc);
+    }
+  }
+  return kPredOk;
+}
+
 // One mode each, for the exports' dispatch tables.
 template <uint32_t M>
 inline int32_t pred4x4_mode(uint8_t* p, int32_t step, uint32_t avail) { return pred4x4(p, step, M, avail); }

@@ -184,4 +184,66 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(
   return huxOk;
 }
 
+// Half forms: the whole macroblock, its left neighbour split between the upper
+// rows 0-7 (edge bit 0) and the lower rows 8-15 (edge bit 1; bit 5 for the left
+// sample above row 8).
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R(int16_t** ppSrcCoeff,
+                                                                           uint8_t* pSrcDstYPlane,
+                                                                           int32_t srcDstYStep,
+                                                                           const uint32_t* pMBIntraTypes,
+                                                                           uint32_t cbp4x4, int32_t QP,
+                                                                           uint8_t edgeType) {
+  if (!ppSrcCoeff || !pSrcDstYPlane || !pMBIntraTypes || !*ppSrcCoeff) return huxErrNullPtr;
+  if (srcDstYStep < 1) return huxErrStep;
+  if (qp_above(QP, 51) || modes_above(pMBIntraTypes, 16, 8)) return huxErrOutOfRange;
+  Cursor k(ppSrcCoeff);
+  R::intra4x4(k.c, pSrcDstYPlane, srcDstYStep, pMBIntraTypes, cbp4x4, QP, edgeType, nullptr, false, true);
+  return huxOk;
+}
+
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R(
+    int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4,
+    int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag) {
+  if (!ppSrcCoeff || !pSrcDstYPlane || !pMBIntraTypes || !*ppSrcCoeff || !pQuantTable) return huxErrNullPtr;
+  if (srcDstYStep < 1) return huxErrStep;
+  if (qp_above(QP, 51) || modes_above(pMBIntraTypes, 16, 8)) return huxErrOutOfRange;
+  Cursor k(ppSrcCoeff);
+  R::intra4x4(k.c, pSrcDstYPlane, srcDstYStep, pMBIntraTypes, cbp4x4, QP, edgeType, pQuantTable,
+              bypass_at(bypassFlag, QP), true);
+  return huxOk;
+}
+
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R(
+    int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const int32_t* pMBIntraTypes, uint32_t cbp4x4,
+    int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag) {
+  if (!ppSrcCoeff || !pSrcDstYPlane || !pMBIntraTypes || !*ppSrcCoeff) return huxErrNullPtr;
+  if (srcDstYStep < 1) return huxErrStep;
+  if (qp_above(QP, 51) || modes_above(pMBIntraTypes, 4, 8)) return huxErrOutOfRange;
+  Cursor k(ppSrcCoeff);
+  R::intra8x8(k.c, pSrcDstYPlane, srcDstYStep, pMBIntraTypes, cbp4x4, QP, edgeType, pQuantTable,
+              bypass_at(bypassFlag, QP), true);
+  return huxOk;
+}
+
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(
+    int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep,
+    uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom) {
+  if (!ppSrcCoeff || !pSrcDstUPlane || !pSrcDstVPlane || !*ppSrcCoeff) return huxErrNullPtr;
+  if (qp_above(chromaQP, 51)) return huxErrOutOfRange;
+  uint8_t* const planes[2] = {pSrcDstUPlane, pSrcDstVPlane};
+  const HuxResult st = R::chroma_intra_pred_halves(planes, srcDstUVStep, intraChromaMode, edgeTypeTop, edgeTypeBottom);
+  if (st != huxOk) return st;
+  Cursor k(ppSrcCoeff);
+  R::chroma_flat(k.c, planes, srcDstUVStep, cbp4x4, chromaQP);
+  return huxOk;
+}
+
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(
+    int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep,
+    uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom) {
+  return huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, srcDstUVStep,
+                                                          intraChromaMode, cbp4x4, chromaQP, edgeTypeTop,
+                                                          edgeTypeBottom);
+}
+
 }  // extern "C"

@@ -23,7 +23,9 @@
 
 namespace hux::h264 {
 
-enum : uint32_t { kEdgeLeft = 1, kEdgeAbove = 4, kEdgeAboveRight = 8, kEdgeAboveLeft = 16 };
+enum : uint32_t {
+  kEdgeLeft = 1, kEdgeLowerLeft = 2, kEdgeAbove = 4, kEdgeAboveRight = 8, kEdgeAboveLeft = 16, kEdgeLowerAboveLeft = 32
+};
 enum : uint32_t { kCbpLumaDC = 1, kCbpLuma = 0x1FFFEu, kCbpChroma = 0x7FE0000u };
 
 // Position of luma 4x4 block n in the macroblock.
@@ -40,13 +42,18 @@ constexpr int order_of(int x, int y, int s) {
 // Above-right: blocks of the top row look into the macroblock above (or, for
 // the last column, the one above-right); below the top row a block has it when
 // the block holding its above-right sample is decoded before it (so 4x4 blocks
-// 3, 7, 11, 13 and 15 never have it).
-constexpr uint32_t avail_of(int x, int y, int s, uint32_t edge) {
-  const bool left = !(edge & kEdgeLeft), above = !(edge & kEdgeAbove);
+// 3, 7, 11, 13 and 15 never have it). With split (the Half functions), the
+// left column of rows 8 to 15 has its own bit (1), and so has the left sample
+// above row 8, the corner of the lower half's first column (bit 5).
+constexpr uint32_t avail_of(int x, int y, int s, uint32_t edge, bool split = false) {
+  const bool left = !(edge & (split && y >= 8 ? kEdgeLowerLeft : kEdgeLeft)), above = !(edge & kEdgeAbove);
   uint32_t a = 0;
   if (x > 0 || left) a |= kAvailLeft;
   if (y > 0 || above) a |= kAvailAbove;
-  const bool corner = x > 0 && y > 0 ? true : x == 0 && y == 0 ? !(edge & kEdgeAboveLeft) : x == 0 ? left : above;
+  const bool corner = x > 0 && y > 0 ? true
+                      : x == 0 && y == 0 ? !(edge & kEdgeAboveLeft)
+                      : x == 0 ? (split && y == 8 ? !(edge & kEdgeLowerAboveLeft) : left)
+                               : above;
   if (corner) a |= kAvailAboveLeft;
   const bool ar = y == 0 ? (x + s < 16 ? above : !(edge & kEdgeAboveRight))
                          : x + s < 16 && order_of(x + s, y - 1, s) < order_of(x, y, s);
@@ -55,15 +62,17 @@ constexpr uint32_t avail_of(int x, int y, int s, uint32_t edge) {
 }
 constexpr uint32_t mb_avail(uint32_t edge) { return avail_of(0, 0, 16, edge) & ~kAvailAboveRight; }
 
-// Every luma 4x4 block's word for each combination of the four edge bits.
-inline constexpr auto kAvail4x4 = [] {
-  struct T {
-    uint32_t v[32][16];
-  } t{};
-  for (uint32_t e = 0; e < 32; ++e)
-    for (int n = 0; n < 16; ++n) t.v[e][n] = avail_of(blk_x(n), blk_y(n), 4, e);
+// Every luma 4x4 block's word for each edge type (its six bits), whole or split.
+struct AvailTable {
+  uint32_t v[64][16];
+};
+constexpr AvailTable avail_table(bool split) {
+  AvailTable t{};
+  for (uint32_t e = 0; e < 64; ++e)
+    for (int n = 0; n < 16; ++n) t.v[e][n] = avail_of(blk_x(n), blk_y(n), 4, e, split);
   return t;
-}();
+}
+inline constexpr AvailTable kAvail4x4 = avail_table(false), kAvail4x4Split = avail_table(true);
 static_assert((kAvail4x4.v[0][3] & kAvailAboveRight) == 0 && (kAvail4x4.v[0][7] & kAvailAboveRight) == 0 &&
               (kAvail4x4.v[0][11] & kAvailAboveRight) == 0 && (kAvail4x4.v[0][13] & kAvailAboveRight) == 0 &&
               (kAvail4x4.v[0][15] & kAvailAboveRight) == 0);
@@ -166,8 +175,8 @@ struct Recon {
     return !bypass ? kNoDpcm : mode == 0 ? kDpcmVertical : mode == 1 ? kDpcmHorizontal : kNoDpcm;
   }
   static void intra4x4(const int16_t*& c, uint8_t* p, int32_t step, const uint32_t* modes, uint32_t cbp, int32_t qp,
-                       uint32_t edge, const int16_t* scale, bool bypass) {
-    const uint32_t* av = kAvail4x4.v[edge & 31];
+                       uint32_t edge, const int16_t* scale, bool bypass, bool split = false) {
+    const uint32_t* av = (split ? kAvail4x4Split : kAvail4x4).v[edge & (split ? 63 : 29)];
     for (int n = 0; n < 16; ++n) {
       uint8_t* b = at(p, step, blk_x(n), blk_y(n));
       K::pred4x4(b, step, modes[n], av[n]);
@@ -178,12 +187,12 @@ struct Recon {
     }
   }
   static void intra8x8(const int16_t*& c, uint8_t* p, int32_t step, const int32_t* modes, uint32_t cbp, int32_t qp,
-                       uint32_t edge, const int16_t* scale, bool bypass) {
+                       uint32_t edge, const int16_t* scale, bool bypass, bool split = false) {
     for (int q = 0; q < 4; ++q) {
       const int x = 8 * (q & 1), y = 8 * (q >> 1);
       uint8_t* b = at(p, step, x, y);
       const uint32_t m = static_cast<uint32_t>(modes[q]);
-      K::pred8x8(b, step, m, avail_of(x, y, 8, edge));
+      K::pred8x8(b, step, m, avail_of(x, y, 8, split ? edge : edge & 29, split));
       if (cbp & (0x1Eu << (4 * q))) quadrant(c, b, step, qp, scale, bypass, dpcm_of(m, bypass));
     }
   }
@@ -282,6 +291,16 @@ struct Recon {
     const int32_t st = K::pred_chroma8x8(planes[0], step, mode, a);
     if (st != kPredOk) return st;
     return K::pred_chroma8x8(planes[1], step, mode, a);
+  }
+  // Upper and lower halves with their own left neighbours: the upper edge
+  // type gives left, above and above-left; the lower one its left (bit 0).
+  static int32_t chroma_intra_pred_halves(uint8_t* const* planes, int32_t step, uint32_t mode, uint32_t upper,
+                                          uint32_t lower) {
+    const uint32_t a = mb_avail(upper);
+    const bool lowerLeft = !(lower & kEdgeLeft);
+    const int32_t st = ref::pred_chroma8x8_halves(planes[0], step, mode, a, lowerLeft);
+    if (st != kPredOk) return st;
+    return ref::pred_chroma8x8_halves(planes[1], step, mode, a, lowerLeft);
   }
 };
 

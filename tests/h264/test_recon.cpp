@@ -63,16 +63,26 @@ const Describe kExports({
     describe("huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R", huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R,
              {coef(), out(64), out(64), val(8), val(0, {{2, huxErrNoNeighbour, 2}, {5, huxErrOutOfRange, 2}}), val(0x7FE0000),
               val(0, qp(39)), val(1, qp(39)), val(kNone), in(kLs4), in(kLs4), val(1)}),
+    describe("huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R", huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R,
+             {coef(), out(256), val(16, {{0, huxErrStep, 1}}), in(kDc4), val(0x1FFFE), val(20, qp(51)), val(0x3F)}),
+    describe("huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R", huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R,
+             {coef(), out(256), val(16, {{-16, huxErrStep, 1}}), in(kDc4), val(0x1FFFE), val(0, qp(51)), val(0x3F), in(kLs4), val(1)}),
+    describe("huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R", huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R,
+             {coef(), out(256), val(16, {{0, huxErrStep, 1}}), in(kDc8), val(0x1E), val(0, qp(51)), val(0x3F), in(kLs8, false), val(1)}),
+    describe("huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R", huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R,
+             {coef(), out(64), out(64), val(8), val(0, {{1, huxErrNoNeighbour, 2}, {4, huxErrOutOfRange, 2}}), val(0x7FE0000),
+              val(51, qp(51)), val(kNone), val(1)}),
+    describe("huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R", huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R,
+             {coef(), out(64), out(64), val(8), val(0, {{3, huxErrNoNeighbour, 2}}), val(0x7FE0000), val(0, qp(51)), val(kNone), val(1)}),
 });
 // Modes outside their set: refused before anything is written or consumed.
 TEST(ReconChecks, ModesOutsideTheirSet) {
   std::vector<int16_t> buf(64, 1);
-  int16_t* c = buf.data();
   std::vector<uint8_t> pic(256, 7);
+  int16_t* c = buf.data();
   EXPECT_EQ(huxiReconstructLumaIntraMB_H264_16s8u_C1R(&c, pic.data(), 16, kBadMode4, 2, 20, kNone), huxErrOutOfRange);
   EXPECT_EQ(huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R(&c, pic.data(), 16, kBadMode8, 2, 20, kNone, kLs8, 0), huxErrOutOfRange);
-  EXPECT_EQ(c, buf.data());
-  EXPECT_EQ(pic, std::vector<uint8_t>(256, 7));
+  EXPECT_TRUE(c == buf.data() && pic == std::vector<uint8_t>(256, 7));
 }
 
 // ---------------------------------------------------------------- whole macroblocks
@@ -155,9 +165,7 @@ void same(Mb& mb, size_t consumed, Export e, Compose c) {
   ASSERT_EQ(e(mb, &p), huxOk);
   EXPECT_EQ(p - buf.data(), static_cast<ptrdiff_t>(consumed));
   c(want);
-  EXPECT_EQ(mb.y, want.y);
-  EXPECT_EQ(mb.u, want.u);
-  EXPECT_EQ(mb.v, want.v);
+  EXPECT_TRUE(mb.y == want.y && mb.u == want.u && mb.v == want.v);
 }
 
 // Luma 4x4 blocks of a pattern; returns the blocks' levels by block number (null when uncoded).
@@ -192,8 +200,11 @@ TEST(ReconMacroblocks, LumaInterAndIntra4x4) {
         if (!blk[i]) continue;
         int16_t c[16];
         std::memcpy(c, blk[i], sizeof c);
-        if (kind == 0) ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(d, c, nullptr, d, 48, 48, qp, 1), huxOk);
-        else ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(d, 48, c, nullptr, d, 48, qp, 1, kind == 2 ? nullptr : ls), huxOk);
+        if (kind == 0) {
+          ASSERT_EQ(huxiDequantTransformResidualAndAdd_H264_16s_C1I(d, c, nullptr, d, 48, 48, qp, 1), huxOk);
+        } else {
+          ASSERT_EQ(huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(d, 48, c, nullptr, d, 48, qp, 1, kind == 2 ? nullptr : ls), huxOk);
+        }
       }
     });
   }
@@ -247,7 +258,9 @@ TEST(ReconMacroblocks, Chroma) {
                        : huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(p, m.plane(0), m.plane(1), 24, mode, cbp, qpu, qpv, static_cast<uint8_t>(edge), ls[0], ls[1], 0);
     }, [&](Mb& m) {
       for (int k = 0; k < 2; ++k) {
-        if (kind >= 2) ASSERT_EQ(huxiPredictIntraChroma8x8_H264_8u_C1IR(m.plane(k), 24, mode, mb_avail(edge)), huxOk);
+        if (kind >= 2) {
+          ASSERT_EQ(huxiPredictIntraChroma8x8_H264_8u_C1IR(m.plane(k), 24, mode, mb_avail(edge)), huxOk);
+        }
         const int32_t q = k ? qpv : qpu;
         int16_t dc[4] = {};
         if (dcl[k]) std::memcpy(dc, dcl[k], sizeof dc);
@@ -314,5 +327,53 @@ const Known kCases[] = {
     {"BypassOnlyAtQp0", [] { Vals v = bypass(1, 1); return Vals{v[0], v[1] != 93}; }, {0, 1}},
 };
 HUX_KNOWN(ReconKnown, kCases);
+
+// The Half forms with both halves alike are the whole forms; split, the lower
+// half sees its own left neighbour.
+TEST(ReconMacroblocks, HalvesAlikeAreWhole) {
+  for (uint32_t seed = 0; seed < 40; ++seed) {
+    Mb mb(300 + seed);
+    const uint32_t cbp = random_cbp(mb, 0x7FFFFFF), e = static_cast<uint32_t>(mb.pick(32)) & 0x1D;
+    const uint32_t edge = e | ((e & 1) ? 0x22u : 0u), cmode = (e & 0x15) ? 0u : static_cast<uint32_t>(mb.pick(4));
+    const int32_t qp = mb.pick(40), form = mb.pick(3);
+    uint32_t modes[16];
+    for (uint32_t& m : modes) m = static_cast<uint32_t>(mb.pick(9));
+    const int32_t* m8 = reinterpret_cast<const int32_t*>(modes);
+    std::vector<int16_t> buf(16 * 27 + 4 * 64);
+    for (int16_t& x : buf) x = static_cast<int16_t>(mb.pick(61) - 30);
+    Mb whole = mb;
+    int16_t *p = buf.data(), *q = buf.data();
+    const uint8_t e8 = static_cast<uint8_t>(edge), c8 = static_cast<uint8_t>(e);
+    if (form == 0) {
+      ASSERT_EQ(huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R(&p, mb.luma(), 48, modes, cbp, qp, e8, kLs4, 0), huxOk);
+      ASSERT_EQ(huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R(&q, whole.luma(), 48, modes, cbp, qp, e8, kLs4, 0), huxOk);
+    } else if (form == 1) {
+      for (int i = 0; i < 4; ++i) modes[i] %= 9;
+      ASSERT_EQ(huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R(&p, mb.luma(), 48, m8, cbp, qp, e8, nullptr, 0), huxOk);
+      ASSERT_EQ(huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R(&q, whole.luma(), 48, m8, cbp, qp, e8, nullptr, 0), huxOk);
+    } else {
+      ASSERT_EQ(huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(&p, mb.plane(0), mb.plane(1), 24, cmode, cbp, qp, c8, c8), huxOk);
+      ASSERT_EQ(huxiReconstructChromaIntraMB_H264_16s8u_P2R(&q, whole.plane(0), whole.plane(1), 24, cmode, cbp, qp, c8), huxOk);
+    }
+    EXPECT_TRUE(p == q && mb.y == whole.y && mb.u == whole.u && mb.v == whole.v);
+  }
+}
+
+TEST(ReconMacroblocks, SplitLeft) {
+  Flat f;  // left column 100: horizontal blocks copy it above row 8, take 128 below
+  uint32_t modes[16];
+  std::fill_n(modes, 16, 1u);
+  int16_t c[1] = {};
+  int16_t* p = c;
+  ASSERT_EQ(huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R(&p, f.mb(), 48, modes, 0, 0, 2), huxOk);
+  EXPECT_EQ(f.row(7, 0, 16), all(16, 100));
+  EXPECT_EQ(f.row(8, 0, 16), all(16, 128));
+  // Chroma DC: the upper quarters from the left (100) and above (0..56 ramp), the lower ones from above only.
+  Flat u, v;
+  ASSERT_EQ(huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(&p, u.mb(), v.mb(), 48, 0, 0, 0, 0, 1), huxOk);
+  EXPECT_EQ(u.row(0, 0, 8), cat({all(4, (48 + 400 + 4) >> 3), all(4, (176 + 2) >> 2)}));
+  EXPECT_EQ(u.row(4, 0, 8), cat({all(4, (48 + 2) >> 2), all(4, (176 + 2) >> 2)}));
+  EXPECT_EQ(huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(&p, u.mb(), v.mb(), 48, 1, 0, 0, 0, 1), huxErrNoNeighbour);
+}
 
 }  // namespace
