@@ -1,10 +1,10 @@
 // SSE2 H.264 deblocking of 8-bit samples: every edge of one direction of a
-// macroblock per call. Samples stay bytes (sixteen lanes) for the threshold
-// tests and the averaging steps, which are exact with pavgb and a parity
-// correction; the normal filter's delta and the luma strong sums are formed
-// in 16-bit lanes, where they cannot overflow, and packed back with unsigned
-// saturation, which is the 0..255 clamp. Vertical edges are filtered on a
-// transposed copy of the macroblock, so both directions share one edge filter.
+// macroblock per call. Samples stay bytes in sixteen lanes throughout: the
+// threshold tests use saturating differences, the rounded averages of the
+// filters are pavgb with exact parity corrections, and the normal filter's
+// delta is formed as its two unsigned parts (each derivation is stated where
+// it is used). Vertical edges are filtered on a transposed copy of the
+// macroblock, so both directions share one edge filter.
 #pragma once
 
 #include <emmintrin.h>
@@ -30,8 +30,6 @@ HUX_INLINE __m128i favg(__m128i a, __m128i b) {
 // (2a + b + c + 2) >> 2 == pavgb(a, floor((b + c) / 2)) for all bytes.
 HUX_INLINE __m128i avg121(__m128i a, __m128i b, __m128i c) { return _mm_avg_epu8(a, favg(b, c)); }
 HUX_INLINE __m128i sel(__m128i m, __m128i a, __m128i b) { return _mm_or_si128(_mm_and_si128(m, a), _mm_andnot_si128(m, b)); }
-HUX_INLINE __m128i lo16(__m128i v) { return _mm_unpacklo_epi8(v, _mm_setzero_si128()); }
-HUX_INLINE __m128i hi16(__m128i v) { return _mm_unpackhi_epi8(v, _mm_setzero_si128()); }
 
 // Four bytes, each repeated over four lanes.
 HUX_INLINE __m128i spread4(const uint8_t* b) {
@@ -55,92 +53,128 @@ constexpr bool any4(uint32_t w) {
 // |p1 - p0| >= beta, |q1 - q0| >= beta, or bS 0.
 HUX_INLINE __m128i refused(__m128i p1, __m128i p0, __m128i q0, __m128i q1, __m128i va, __m128i vb, __m128i bsv) {
   const __m128i z = _mm_setzero_si128();
-  const __m128i room = _mm_min_epu8(_mm_subs_epu8(va, absdiff(p0, q0)),
-                                    _mm_min_epu8(_mm_subs_epu8(vb, absdiff(p1, p0)), _mm_subs_epu8(vb, absdiff(q1, q0))));
-  return _mm_or_si128(_mm_cmpeq_epi8(room, z), _mm_cmpeq_epi8(bsv, z));
+  // Each margin is 0 exactly where its test fails; so is bS.
+  const __m128i room = _mm_min_epu8(_mm_min_epu8(_mm_subs_epu8(va, absdiff(p0, q0)), bsv),
+                                    _mm_subs_epu8(vb, _mm_max_epu8(absdiff(p1, p0), absdiff(q1, q0))));
+  return _mm_cmpeq_epi8(room, z);
 }
 
-// The normal filter's p0/q0 step: delta clamped to +-tc (16-bit words).
-HUX_INLINE void delta_step(__m128i& p0, __m128i& q0, __m128i p1, __m128i q1, __m128i tcLo, __m128i tcHi) {
-  const __m128i z = _mm_setzero_si128(), four = _mm_set1_epi16(4);
-  auto half = [&](__m128i P1, __m128i P0, __m128i Q0, __m128i Q1, __m128i tc, __m128i& outP, __m128i& outQ) {
-    __m128i d = _mm_add_epi16(_mm_slli_epi16(_mm_sub_epi16(Q0, P0), 2), _mm_sub_epi16(P1, Q1));
-    d = _mm_srai_epi16(_mm_add_epi16(d, four), 3);
-    d = _mm_min_epi16(_mm_max_epi16(d, _mm_sub_epi16(z, tc)), tc);
-    outP = _mm_add_epi16(P0, d);
-    outQ = _mm_sub_epi16(Q0, d);
-  };
-  __m128i pl, ql, ph, qh;
-  half(lo16(p1), lo16(p0), lo16(q0), lo16(q1), tcLo, pl, ql);
-  half(hi16(p1), hi16(p0), hi16(q0), hi16(q1), tcHi, ph, qh);
-  p0 = _mm_packus_epi16(pl, ph);
-  q0 = _mm_packus_epi16(ql, qh);
+// The normal filter's p0/q0 step, in bytes: d = ((q0-p0)*4 + (p1-q1) + 4) >> 3
+// equals m + e - 160 with m = floor((q0 - p0 + 256) / 2) (pavgb with ~p0),
+// c = floor((p1 - q1 + 256) / 4) and e = ceil((c + ((q0 ^ p0) & 1)) / 2).
+// |d| <= 159, so its two signed parts fit in bytes, and tc (saturated at 255)
+// clamps them exactly; saturating adds are the 0..255 clamp.
+HUX_INLINE void delta_step(__m128i& p0, __m128i& q0, __m128i p1, __m128i q1, __m128i tc) {
+  const __m128i ones = _mm_set1_epi8(-1), one = _mm_set1_epi8(1);
+  const __m128i a = _mm_avg_epu8(p1, _mm_xor_si128(q1, ones));
+  const __m128i c = _mm_and_si128(_mm_srli_epi16(a, 1), _mm_set1_epi8(0x7F));
+  const __m128i e = _mm_avg_epu8(c, _mm_and_si128(_mm_xor_si128(q0, p0), one));
+  const __m128i f = _mm_sub_epi8(_mm_set1_epi8(static_cast<char>(160)), e);
+  const __m128i m = _mm_avg_epu8(q0, _mm_xor_si128(p0, ones));
+  const __m128i up = _mm_min_epu8(_mm_subs_epu8(m, f), tc), down = _mm_min_epu8(_mm_subs_epu8(f, m), tc);
+  p0 = _mm_subs_epu8(_mm_adds_epu8(p0, up), down);
+  q0 = _mm_subs_epu8(_mm_adds_epu8(q0, down), up);
 }
 
-// One luma edge across r[0..7] = p3, p2, p1, p0, q0, q1, q2, q3 (sixteen
-// lines), filtered in place; bsw is the edge's bS word.
-HUX_INLINE void luma_edge(__m128i* r, int32_t alpha, int32_t beta, const uint8_t* tc0, const uint8_t* bs, uint32_t bsw) {
+// floor((a + b + c + d + 2) / 4): the average of the two rounded-up pair
+// averages, less one where that rounded up twice.
+HUX_INLINE __m128i avg4(__m128i a, __m128i b, __m128i c, __m128i d) {
+  const __m128i s = _mm_avg_epu8(a, b), t = _mm_avg_epu8(c, d);
+  const __m128i odd = _mm_and_si128(_mm_or_si128(_mm_xor_si128(a, b), _mm_xor_si128(c, d)), _mm_set1_epi8(1));
+  return _mm_sub_epi8(_mm_avg_epu8(s, t), _mm_and_si128(_mm_xor_si128(s, t), odd));
+}
+
+// The three-tap side of the luma strong filter, p side named (the q side
+// mirrors it): p0' = (p2 + 2p1 + 2p0 + 2q0 + q1 + 4) >> 3 is avg4 of p1, p0,
+// q0 and floor((p2 + q1) / 2); p1' = avg4(p2, p1, p0, q0); and with
+// A = p2 + p1 + p0 + q0 and g its bit 1 (exact in wrapping bytes),
+// p2' = (2p3 + 3p2 + A + 4) >> 3 = avg(floor((p3 + p2 + g) / 2), floor(A / 4)),
+// where floor(A / 4) = p1' - g.
+HUX_INLINE void strong_side(__m128i p3, __m128i p2, __m128i p1, __m128i p0, __m128i q0, __m128i q1, __m128i& o2,
+                            __m128i& o1, __m128i& o0) {
+  const __m128i one = _mm_set1_epi8(1);
+  o1 = avg4(p2, p1, p0, q0);
+  o0 = avg4(p1, favg(p2, q1), p0, q0);
+  const __m128i sum = _mm_add_epi8(_mm_add_epi8(p2, p1), _mm_add_epi8(p0, q0));
+  const __m128i g = _mm_and_si128(_mm_srli_epi16(sum, 1), one);
+  const __m128i half = _mm_add_epi8(favg(p3, p2), _mm_and_si128(g, _mm_xor_si128(p3, p2)));
+  o2 = _mm_avg_epu8(half, _mm_sub_epi8(o1, g));
+}
+
+// The sample rows of a luma edge: i = 0..7 for p3, p2, p1, p0, q0, q1, q2, q3,
+// in the picture (horizontal edges) or in a transposed copy (vertical ones).
+struct PictureRows {
+  uint8_t* q;
+  int32_t step;
+  __m128i get(int i) const { return loadu(row(q, step, i - 4)); }
+  void put(int i, __m128i v) const { storeu(row(q, step, i - 4), v); }
+};
+struct CopyRows {
+  __m128i* t;
+  __m128i get(int i) const { return t[i]; }
+  void put(int i, __m128i v) const { t[i] = v; }
+};
+
+// An edge class's thresholds in every lane, made once per call.
+struct Thresholds {
+  __m128i alpha, beta, beta1;  // beta1: |x| < beta as |x| <= beta - 1 (beta 0 refuses every lane anyway)
+  __m128i near;                // (alpha >> 2) + 1: the strong filter's |p0 - q0| <= near
+};
+// Both edge classes from pAlpha[0..1] and pBeta[0..1] with one broadcast.
+HUX_INLINE void thresholds(const uint8_t* alpha, const uint8_t* beta, Thresholds& outer, Thresholds& inner) {
+  const __m128i v = _mm_unpacklo_epi8(_mm_cvtsi32_si128(load<uint16_t>(alpha)), _mm_cvtsi32_si128(load<uint16_t>(beta)));
+  const __m128i b = _mm_unpacklo_epi8(v, v), w = _mm_unpacklo_epi16(b, b);  // dwords a0, b0, a1, b1
+  const __m128i one = _mm_set1_epi8(1);
+  const __m128i near = _mm_add_epi8(_mm_and_si128(_mm_srli_epi16(w, 2), _mm_set1_epi8(0x3F)), one);
+  outer.alpha = _mm_shuffle_epi32(w, 0x00), outer.beta = _mm_shuffle_epi32(w, 0x55);
+  inner.alpha = _mm_shuffle_epi32(w, 0xAA), inner.beta = _mm_shuffle_epi32(w, 0xFF);
+  outer.near = _mm_shuffle_epi32(near, 0x00), inner.near = _mm_shuffle_epi32(near, 0xAA);
+  outer.beta1 = _mm_subs_epu8(outer.beta, one), inner.beta1 = _mm_subs_epu8(inner.beta, one);
+}
+
+// One luma edge of sixteen lines, filtered in place; bsw is its bS word.
+template <class Rows>
+HUX_INLINE void luma_edge(Rows r, const Thresholds& th, const uint8_t* tc0, const uint8_t* bs, uint32_t bsw) {
   const __m128i z = _mm_setzero_si128();
-  const __m128i p2 = r[1], p1 = r[2], p0 = r[3], q0 = r[4], q1 = r[5], q2 = r[6];
-  const __m128i va = _mm_set1_epi8(static_cast<char>(alpha)), vb = _mm_set1_epi8(static_cast<char>(beta));
-  // |x| < beta as |x| <= beta - 1; beta 0 refuses every lane anyway.
-  const __m128i vb1 = _mm_subs_epu8(vb, _mm_set1_epi8(1));
+  const __m128i p2 = r.get(1), p1 = r.get(2), p0 = r.get(3), q0 = r.get(4), q1 = r.get(5), q2 = r.get(6);
+  const __m128i va = th.alpha, vb = th.beta, vb1 = th.beta1;
   const __m128i bsv = spread4(bs);
   const __m128i fail = refused(p1, p0, q0, q1, va, vb, bsv);
   const __m128i ap = _mm_cmpeq_epi8(_mm_subs_epu8(absdiff(p2, p0), vb1), z);
   const __m128i aq = _mm_cmpeq_epi8(_mm_subs_epu8(absdiff(q2, q0), vb1), z);
   const bool strong = any4(bsw), weak = bsw != 0x04040404u;
-  const __m128i is4 = _mm_cmpeq_epi8(bsv, _mm_set1_epi8(4));
+  __m128i n1 = p1, n0 = p0, m0 = q0, m1 = q1;  // after the normal filter
   if (weak) {
-    const __m128i off = strong ? _mm_or_si128(fail, is4) : fail;
-    const __m128i tc = _mm_andnot_si128(off, spread4(tc0));
-    const __m128i apn = _mm_andnot_si128(off, ap), aqn = _mm_andnot_si128(off, aq);
+    const __m128i off = strong ? _mm_or_si128(fail, _mm_cmpeq_epi8(bsv, _mm_set1_epi8(4))) : fail;
+    const __m128i tc0v = spread4(tc0), tc = _mm_andnot_si128(off, tc0v);
     // p1' = clamp(floor((p2 + avg(p0, q0)) / 2), p1 - tc0, p1 + tc0); tc0 0 where ap fails.
     const __m128i avg = _mm_avg_epu8(p0, q0);
-    const __m128i tp = _mm_and_si128(tc, apn), tq = _mm_and_si128(tc, aqn);
-    r[2] = _mm_min_epu8(_mm_max_epu8(favg(p2, avg), _mm_subs_epu8(p1, tp)), _mm_adds_epu8(p1, tp));
-    r[5] = _mm_min_epu8(_mm_max_epu8(favg(q2, avg), _mm_subs_epu8(q1, tq)), _mm_adds_epu8(q1, tq));
-    // tc = tc0 + ap + aq in words (the masks are -1 where set).
-    const __m128i tcLo = _mm_sub_epi16(_mm_sub_epi16(lo16(tc), _mm_unpacklo_epi8(apn, apn)), _mm_unpacklo_epi8(aqn, aqn));
-    const __m128i tcHi = _mm_sub_epi16(_mm_sub_epi16(hi16(tc), _mm_unpackhi_epi8(apn, apn)), _mm_unpackhi_epi8(aqn, aqn));
-    __m128i np0 = p0, nq0 = q0;
-    delta_step(np0, nq0, p1, q1, tcLo, tcHi);
-    r[3] = np0;
-    r[4] = nq0;
+    const __m128i tp = _mm_and_si128(tc, ap), tq = _mm_and_si128(tc, aq);
+    n1 = _mm_min_epu8(_mm_max_epu8(favg(p2, avg), _mm_subs_epu8(p1, tp)), _mm_adds_epu8(p1, tp));
+    m1 = _mm_min_epu8(_mm_max_epu8(favg(q2, avg), _mm_subs_epu8(q1, tq)), _mm_adds_epu8(q1, tq));
+    // tc = tc0 + ap + aq (the masks are -1 where set); |d| <= 159, so tc0
+    // may be capped at 200 first.
+    const __m128i tcf =
+        _mm_andnot_si128(off, _mm_sub_epi8(_mm_sub_epi8(_mm_min_epu8(tc0v, _mm_set1_epi8(static_cast<char>(200))), ap), aq));
+    delta_step(n0, m0, p1, q1, tcf);
   }
-  if (strong) {
-    const __m128i on = _mm_andnot_si128(fail, is4);
-    const __m128i near = _mm_cmpeq_epi8(_mm_subs_epu8(absdiff(p0, q0), _mm_set1_epi8(static_cast<char>((alpha >> 2) + 1))), z);
-    const __m128i onNear = _mm_and_si128(on, near);
-    const __m128i ps = _mm_and_si128(onNear, ap), qs = _mm_and_si128(onNear, aq);
-    const __m128i p3 = r[0], q3 = r[7];
-    __m128i s[6];  // p2', p1', p0', q0', q1', q2' of the three-tap sides
-    {
-      const __m128i two = _mm_set1_epi16(2), four = _mm_set1_epi16(4);
-      __m128i lo[6], hi[6];
-      auto side = [&](__m128i P3, __m128i P2, __m128i P1, __m128i P0, __m128i Q0, __m128i Q1, __m128i* o) {
-        const __m128i sum = _mm_add_epi16(_mm_add_epi16(P1, P0), Q0);
-        o[2] = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(P2, Q1), _mm_add_epi16(_mm_add_epi16(sum, sum), four)), 3);
-        o[1] = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(P2, sum), two), 2);
-        const __m128i p32 = _mm_add_epi16(P3, P2);
-        o[0] = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(_mm_add_epi16(p32, p32), _mm_add_epi16(P2, sum)), four), 3);
-      };
-      __m128i t[3];
-      side(lo16(p3), lo16(p2), lo16(p1), lo16(p0), lo16(q0), lo16(q1), lo);
-      side(lo16(q3), lo16(q2), lo16(q1), lo16(q0), lo16(p0), lo16(p1), t);
-      lo[3] = t[2], lo[4] = t[1], lo[5] = t[0];
-      side(hi16(p3), hi16(p2), hi16(p1), hi16(p0), hi16(q0), hi16(q1), hi);
-      side(hi16(q3), hi16(q2), hi16(q1), hi16(q0), hi16(p0), hi16(p1), t);
-      hi[3] = t[2], hi[4] = t[1], hi[5] = t[0];
-      for (int i = 0; i < 6; ++i) s[i] = _mm_packus_epi16(lo[i], hi[i]);
-    }
-    r[1] = sel(ps, s[0], p2);
-    r[2] = sel(ps, s[1], r[2]);
-    r[3] = sel(ps, s[2], sel(on, avg121(p1, p0, q1), r[3]));
-    r[4] = sel(qs, s[3], sel(on, avg121(q1, q0, p1), r[4]));
-    r[5] = sel(qs, s[4], r[5]);
-    r[6] = sel(qs, s[5], q2);
+  if (!strong) {
+    r.put(2, n1), r.put(3, n0), r.put(4, m0), r.put(5, m1);
+    return;
   }
+  const __m128i on = _mm_andnot_si128(fail, _mm_cmpeq_epi8(bsv, _mm_set1_epi8(4)));
+  const __m128i near = _mm_cmpeq_epi8(_mm_subs_epu8(absdiff(p0, q0), th.near), z);
+  const __m128i onNear = _mm_and_si128(on, near);
+  const __m128i ps = _mm_and_si128(onNear, ap), qs = _mm_and_si128(onNear, aq);
+  __m128i s2, s1, s0, t0, t1, t2;
+  strong_side(r.get(0), p2, p1, p0, q0, q1, s2, s1, s0);
+  strong_side(r.get(7), q2, q1, q0, p0, p1, t2, t1, t0);
+  r.put(1, sel(ps, s2, p2));
+  r.put(2, sel(ps, s1, n1));
+  r.put(3, sel(ps, s0, sel(on, avg121(p1, p0, q1), n0)));
+  r.put(4, sel(qs, t0, sel(on, avg121(q1, q0, p1), m0)));
+  r.put(5, sel(qs, t1, m1));
+  r.put(6, sel(qs, t2, q2));
 }
 
 // Two chroma edges side by side in sixteen lanes (eight lines each), filtered
@@ -149,12 +183,10 @@ HUX_INLINE void chroma_edges(__m128i& p1, __m128i& p0, __m128i& q0, __m128i& q1,
                              __m128i tc0v, __m128i strongv, bool strong) {
   const __m128i fail = refused(p1, p0, q0, q1, va, vb, bsv);
   const __m128i off = strong ? _mm_or_si128(fail, strongv) : fail;
-  // tc = tc0 + 1 in the filtered lanes, 0 elsewhere (offw is -1 where off).
-  const __m128i tc = _mm_andnot_si128(off, tc0v), one = _mm_set1_epi16(1);
-  const __m128i tcLo = _mm_add_epi16(_mm_add_epi16(lo16(tc), one), _mm_unpacklo_epi8(off, off));
-  const __m128i tcHi = _mm_add_epi16(_mm_add_epi16(hi16(tc), one), _mm_unpackhi_epi8(off, off));
+  // tc = tc0 + 1 in the filtered lanes, 0 elsewhere.
+  const __m128i tc = _mm_adds_epu8(_mm_andnot_si128(off, tc0v), _mm_andnot_si128(off, _mm_set1_epi8(1)));
   __m128i np0 = p0, nq0 = q0;
-  delta_step(np0, nq0, p1, q1, tcLo, tcHi);
+  delta_step(np0, nq0, p1, q1, tc);
   if (strong) {
     const __m128i on = _mm_andnot_si128(fail, strongv);
     np0 = sel(on, avg121(p1, p0, q1), np0);
@@ -195,15 +227,12 @@ constexpr int kBitrev4[16] = {0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 
 inline void luma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
                      const uint8_t* bs) {
   using namespace detail;
+  Thresholds outer, inner;
+  thresholds(alpha, beta, outer, inner);
   for (int k = 0; k < 4; ++k) {
     const uint32_t w = load<uint32_t>(bs + 4 * k);
     if (!w) continue;
-    uint8_t* q = row(p, step, 4 * k);
-    __m128i r[8];
-    for (int i = 0; i < 8; ++i) r[i] = loadu(row(q, step, i - 4));
-    luma_edge(r, alpha[k > 0], beta[k > 0], tc0 + 4 * k, bs + 4 * k, w);
-    const int first = any4(w) ? 1 : 2;
-    for (int i = first; i < 8 - first; ++i) storeu(row(q, step, i - 4), r[i]);
+    luma_edge(PictureRows{row(p, step, 4 * k), step}, k ? inner : outer, tc0 + 4 * k, bs + 4 * k, w);
   }
 }
 
@@ -227,8 +256,10 @@ inline void luma_ver(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8
   }
   for (int i = 0; i < 16; ++i) in[i] = loadu(row(p, step, kBitrev4[i]));
   transpose16(in, t + 4);
+  Thresholds outer, inner;
+  thresholds(alpha, beta, outer, inner);
   for (int k = 0; k < 4; ++k)
-    if (w[k]) luma_edge(t + 4 * k, alpha[k > 0], beta[k > 0], tc0 + 4 * k, bs + 4 * k, w[k]);
+    if (w[k]) luma_edge(CopyRows{t + 4 * k}, k ? inner : outer, tc0 + 4 * k, bs + 4 * k, w[k]);
   for (int i = 0; i < 16; ++i) in[i] = t[4 + kBitrev4[i]];
   transpose16(in, in);
   for (int i = 0; i < 16; ++i) storeu(row(p, step, i), in[i]);
