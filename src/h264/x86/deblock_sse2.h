@@ -184,7 +184,7 @@ HUX_INLINE void chroma_edges(__m128i& p1, __m128i& p0, __m128i& q0, __m128i& q1,
   const __m128i fail = refused(p1, p0, q0, q1, va, vb, bsv);
   const __m128i off = strong ? _mm_or_si128(fail, strongv) : fail;
   // tc = tc0 + 1 in the filtered lanes, 0 elsewhere.
-  const __m128i tc = _mm_adds_epu8(_mm_andnot_si128(off, tc0v), _mm_andnot_si128(off, _mm_set1_epi8(1)));
+  const __m128i tc = _mm_andnot_si128(off, _mm_adds_epu8(tc0v, _mm_set1_epi8(1)));
   __m128i np0 = p0, nq0 = q0;
   delta_step(np0, nq0, p1, q1, tc);
   if (strong) {
@@ -224,7 +224,7 @@ constexpr int kBitrev4[16] = {0, 8, 4, 12, 2, 10, 6, 14, 1, 9, 5, 13, 3, 11, 7, 
 }  // namespace detail
 
 // Luma horizontal edges: rows -4..15 of sixteen columns.
-inline void luma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
+HUX_INLINE void luma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
                      const uint8_t* bs) {
   using namespace detail;
   Thresholds outer, inner;
@@ -238,7 +238,7 @@ inline void luma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8
 
 // Luma vertical edges: sixteen rows of columns -4..15, transposed into twenty
 // column registers, filtered like horizontal edges and transposed back.
-inline void luma_ver(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
+HUX_INLINE void luma_ver(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
                      const uint8_t* bs) {
   using namespace detail;
   const uint32_t w[4] = {load<uint32_t>(bs), load<uint32_t>(bs + 4), load<uint32_t>(bs + 8), load<uint32_t>(bs + 12)};
@@ -290,7 +290,7 @@ HUX_INLINE void chroma420(__m128i& p1, __m128i& p0, __m128i& q0, __m128i& q1, co
 
 // 4:2:0 chroma horizontal edges: rows -2..5 of eight columns; the two edges
 // never touch each other's samples, so they are filtered together.
-inline void chroma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
+HUX_INLINE void chroma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
                        const uint8_t* bs) {
   using namespace detail;
   const uint32_t w0 = load<uint32_t>(bs), w1 = load<uint32_t>(bs + 8);
@@ -337,7 +337,7 @@ HUX_INLINE void store_cols(uint8_t* p, int32_t step, __m128i p1, __m128i p0, __m
 
 // 4:2:0 chroma vertical edges: eight rows of columns -2..5, transposed so
 // that each register holds one column of both edges.
-inline void chroma_ver(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
+HUX_INLINE void chroma_ver(uint8_t* p, int32_t step, const uint8_t* alpha, const uint8_t* beta, const uint8_t* tc0,
                        const uint8_t* bs) {
   using namespace detail;
   const uint32_t w0 = load<uint32_t>(bs), w1 = load<uint32_t>(bs + 8);
