@@ -61,6 +61,10 @@ inline Arg at(Arg a, size_t offset) {
   a.offset = offset;
   return a;
 }
+// A HuxSize argument's value: the width in the low word, the height in the high one.
+constexpr int64_t size_arg(int32_t width, int32_t height) {
+  return static_cast<int64_t>(static_cast<uint32_t>(width)) | static_cast<int64_t>(height) * (int64_t{1} << 32);
+}
 inline Arg val(int64_t good, std::vector<Bad> bad = {}, std::vector<int64_t> alsoGood = {}) {
   return {Arg::kVal, nullptr, {}, good, std::move(bad), std::move(alsoGood)};
 }
@@ -81,6 +85,7 @@ namespace detail {
 template <class P>
 P slot(int64_t v) {
   if constexpr (std::is_pointer_v<P>) return reinterpret_cast<P>(static_cast<uintptr_t>(v));
+  else if constexpr (std::is_same_v<P, HuxSize>) return HuxSize{static_cast<int32_t>(v), static_cast<int32_t>(v >> 32)};
   else return static_cast<P>(v);
 }
 template <class... P, size_t... I>
