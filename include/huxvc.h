@@ -1571,8 +1571,9 @@ typedef struct {
 /**
  * @brief Filters the four vertical luma edges (columns 0, 4, 8, 12) of a 16x16 macroblock in place.
  *
- * Reads 16 rows of columns -4..15 and writes columns -3..14 (see the section introduction for the
- * filter, the bS/tc0 segments and the alpha/beta entries).
+ * Reads 16 rows of columns -4..15 and writes columns -3..14 (the rest of that span may be rewritten
+ * with its own values; see the section introduction for the filter, the bS/tc0 segments and the
+ * alpha/beta entries).
  * @param pSrcDst      top-left luma sample of the macroblock, in and out
  * @param srcDstStep   row step in bytes (any sign)
  * @param pAlpha       [2] alpha: outer edge, internal edges
