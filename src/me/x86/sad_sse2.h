@@ -9,6 +9,7 @@
 
 #include <emmintrin.h>
 
+#include "huxvc.h"
 #include "me/sad_kernels.h"
 
 namespace hux::me::sse2 {
@@ -195,8 +196,30 @@ inline __m128i pred16(const uint16_t* r, int32_t rs) {
 }  // namespace detail
 using namespace detail;
 
+#if HUX_ASM
+// The assembly exports of the integer position (x86/sad_asm.cpp) stand for
+// these shapes' SSE2 kernels, so the checker and the benchmarks run exactly
+// the code the exports run.
+template <int W, int H>
+constexpr auto asm_export() {
+  if constexpr (W == 16 && H == 16) return &huxiSAD16x16_8u32s;
+  else if constexpr (W == 16 && H == 8) return &huxiSAD16x8_8u32s_C1R;
+  else if constexpr (W == 8 && H == 8) return &huxiSAD8x8_8u32s_C1R;
+  else if constexpr (W == 8 && H == 4) return &huxiSAD8x4_8u32s_C1R;
+  else if constexpr (W == 4 && H == 4) return &huxiSAD4x4_8u32s;
+  else return nullptr;
+}
+#endif
+
 template <int W, int H, int Mode>
 HUX_INLINE int32_t sad(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs) {
+#if HUX_ASM
+  if constexpr (Mode == kInteger && asm_export<W, H>() != nullptr) {
+    int32_t s = -1;
+    asm_export<W, H>()(cur, cs, ref, rs, &s, 0);
+    return s;
+  }
+#endif
   if constexpr (W == 16) {
     return aligned16(cur, cs) ? sad16xH<H, Mode, true>(cur, cs, ref, rs) : sad16xH<H, Mode, false>(cur, cs, ref, rs);
   } else if constexpr (W == 8) {

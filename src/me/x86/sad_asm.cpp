@@ -1,0 +1,399 @@
+// The integer-position block SAD exports (16x16, 16x8, 8x8, 8x4, 4x4) in
+// assembly, for 64-bit (System V) and 32-bit (arguments on the stack, callee
+// pops) x86. At one to five nanoseconds a call, what the compiler puts around
+// the kernel (flag registers for the pointer tests, callee-saved registers,
+// a spilled accumulator, recomputed row offsets) is a visible share, so each
+// export here is its kernel plus the pointer tests and the selector test:
+//  - one test and branch per pointer, all to one out-of-line return of
+//    huxErrNullPtr, in the interface's order (any null pointer: nothing read,
+//    nothing written);
+//  - a selector with a half-sample position ((mcType >> 2) & 3 not 0) jumps,
+//    arguments untouched, to the C++ half-sample export body;
+//  - the 16-wide kernels fold the current rows into psadbw as memory operands
+//    when the current block and its step are 16-byte aligned, and load them
+//    otherwise; 8- and 4-wide rows are packed two to a register (8-byte and
+//    4-byte loads: nothing outside the block is read).
+// Only caller-saved registers are used on 64-bit; on 32-bit one register is
+// saved for the 16-wide blocks. The intrinsics kernels in sad_sse2.h compute
+// the same sums and serve where this file is not built (HUX_ASM is 0).
+#include "common/simd.h"
+
+#if HUX_ASM
+
+#if defined(__CET__)
+#if defined(__x86_64__)
+#define HUX_ENDBR "endbr64\n"
+#else
+#define HUX_ENDBR "endbr32\n"
+#endif
+#else
+#define HUX_ENDBR ""
+#endif
+
+// Function start (aligned, global, typed for the ELF symbol table) and size.
+#define HUX_FN_MACROS                                                             \
+  ".macro HUX_FN name\n.p2align 4\n.globl \\name\n.type \\name, @function\n\\name:\n" \
+  HUX_ENDBR ".endm\n.macro HUX_FN_END name\n.size \\name, .-\\name\n.endm\n"
+#define HUX_FN_PURGE ".purgem HUX_FN\n.purgem HUX_FN_END\n"
+
+#if defined(__x86_64__)
+
+// rdi = src, esi = srcStep, rdx = ref, ecx = refStep, r8 = pSAD, r9d = mcType.
+asm(HUX_FN_MACROS R"(
+.intel_syntax noprefix
+.text
+
+.macro HUX_CHECKS half, null
+  test rdi, rdi
+  jz \null
+  test rdx, rdx
+  jz \null
+  test r8, r8
+  jz \null
+  .ifnb \half
+  test r9b, 12
+  jnz \half
+  .endif
+  movsxd rsi, esi
+  movsxd rcx, ecx
+.endm
+
+# Four rows of 16 samples into a, b, c, d; cur at rdi (steps rsi, r10 = 3 rsi),
+# ref at rdx (rcx, r11). Aligned: the current rows are memory operands.
+.macro HUX_SAD16x4A a, b, c, d
+  movdqu \a, [rdx]
+  movdqu \b, [rdx+rcx]
+  movdqu \c, [rdx+rcx*2]
+  movdqu \d, [rdx+r11]
+  psadbw \a, [rdi]
+  psadbw \b, [rdi+rsi]
+  psadbw \c, [rdi+rsi*2]
+  psadbw \d, [rdi+r10]
+.endm
+.macro HUX_SAD16x4U a, b, c, d
+  movdqu \a, [rdx]
+  movdqu \b, [rdx+rcx]
+  movdqu \c, [rdx+rcx*2]
+  movdqu \d, [rdx+r11]
+  movdqu xmm8, [rdi]
+  movdqu xmm9, [rdi+rsi]
+  movdqu xmm10, [rdi+rsi*2]
+  movdqu xmm11, [rdi+r10]
+  psadbw \a, xmm8
+  psadbw \b, xmm9
+  psadbw \c, xmm10
+  psadbw \d, xmm11
+.endm
+
+# Sum of xmm0..xmm3 (two 64-bit lanes each) stored to [r8]; returns huxOk.
+.macro HUX_SUM4_STORE
+  paddd xmm0, xmm1
+  paddd xmm2, xmm3
+  paddd xmm0, xmm2
+  pshufd xmm1, xmm0, 0xEE
+  paddd xmm0, xmm1
+  movd [r8], xmm0
+  xor eax, eax
+  ret
+.endm
+
+.macro HUX_SAD16 h, kind
+  HUX_SAD16x4\kind xmm0, xmm1, xmm2, xmm3
+  .rept \h / 4 - 1
+  lea rdi, [rdi+rsi*4]
+  lea rdx, [rdx+rcx*4]
+  HUX_SAD16x4\kind xmm4, xmm5, xmm6, xmm7
+  paddd xmm0, xmm4
+  paddd xmm1, xmm5
+  paddd xmm2, xmm6
+  paddd xmm3, xmm7
+  .endr
+  HUX_SUM4_STORE
+.endm
+
+.macro HUX_SAD16_EXPORT name, h, half
+  HUX_FN \name
+  HUX_CHECKS \half, 9f
+  lea r10, [rsi+rsi*2]
+  lea r11, [rcx+rcx*2]
+  mov eax, esi
+  or eax, edi
+  test al, 15
+  jnz 1f
+  HUX_SAD16 \h, A
+1:
+  HUX_SAD16 \h, U
+9:
+  mov eax, -8
+  ret
+  HUX_FN_END \name
+.endm
+
+# Two rows of 8 samples in one register: a = cur rows (rdi, rdi + s1),
+# b = ref rows (rdx, rdx + r1); a = their two row sums.
+.macro HUX_SAD8x2 a, b, c0, c1, r0, r1
+  movq \a, [\c0]
+  movhps \a, [\c1]
+  movq \b, [\r0]
+  movhps \b, [\r1]
+  psadbw \a, \b
+.endm
+
+.macro HUX_SAD8_EXPORT name, h, half
+  HUX_FN \name
+  HUX_CHECKS \half, 9f
+  lea r10, [rsi+rsi*2]
+  lea r11, [rcx+rcx*2]
+  HUX_SAD8x2 xmm0, xmm4, rdi, rdi+rsi, rdx, rdx+rcx
+  HUX_SAD8x2 xmm2, xmm5, rdi+rsi*2, rdi+r10, rdx+rcx*2, rdx+r11
+  .if \h == 8
+  lea rdi, [rdi+rsi*4]
+  lea rdx, [rdx+rcx*4]
+  HUX_SAD8x2 xmm1, xmm4, rdi, rdi+rsi, rdx, rdx+rcx
+  HUX_SAD8x2 xmm3, xmm5, rdi+rsi*2, rdi+r10, rdx+rcx*2, rdx+r11
+  paddd xmm0, xmm1
+  paddd xmm2, xmm3
+  .endif
+  paddd xmm0, xmm2
+  pshufd xmm1, xmm0, 0xEE
+  paddd xmm0, xmm1
+  movd [r8], xmm0
+  xor eax, eax
+  ret
+9:
+  mov eax, -8
+  ret
+  HUX_FN_END \name
+.endm
+
+HUX_SAD16_EXPORT huxiSAD16x16_8u32s, 16, hux_me_sad16x16_half
+HUX_SAD16_EXPORT huxiSAD16x8_8u32s_C1R, 8, hux_me_sad16x8_half
+HUX_SAD8_EXPORT huxiSAD8x8_8u32s_C1R, 8, hux_me_sad8x8_half
+HUX_SAD8_EXPORT huxiSAD8x4_8u32s_C1R, 4
+
+# 4x4: rows 0-1 and 2-3 of each block packed into the low eight bytes, so the
+# psadbw sums need no fold.
+  HUX_FN huxiSAD4x4_8u32s
+  HUX_CHECKS , 9f
+  movd xmm0, [rdi]
+  movd xmm1, [rdi+rsi]
+  movd xmm4, [rdx]
+  movd xmm5, [rdx+rcx]
+  lea rdi, [rdi+rsi*2]
+  lea rdx, [rdx+rcx*2]
+  movd xmm2, [rdi]
+  movd xmm3, [rdi+rsi]
+  movd xmm6, [rdx]
+  movd xmm7, [rdx+rcx]
+  punpckldq xmm0, xmm1
+  punpckldq xmm4, xmm5
+  punpckldq xmm2, xmm3
+  punpckldq xmm6, xmm7
+  psadbw xmm0, xmm4
+  psadbw xmm2, xmm6
+  paddd xmm0, xmm2
+  movd [r8], xmm0
+  xor eax, eax
+  ret
+9:
+  mov eax, -8
+  ret
+  HUX_FN_END huxiSAD4x4_8u32s
+
+.purgem HUX_CHECKS
+.purgem HUX_SAD16x4A
+.purgem HUX_SAD16x4U
+.purgem HUX_SUM4_STORE
+.purgem HUX_SAD16
+.purgem HUX_SAD16_EXPORT
+.purgem HUX_SAD8x2
+.purgem HUX_SAD8_EXPORT
+.att_syntax prefix
+)" HUX_FN_PURGE);
+
+#else  // 32-bit
+
+// Arguments at [esp + 4] src, [+8] srcStep, [+12] ref, [+16] refStep,
+// [+20] pSAD, [+24] mcType; the callee pops 24 bytes.
+asm(HUX_FN_MACROS R"(
+.intel_syntax noprefix
+.text
+
+# Pointer tests (eax = src, edx = ref), then the selector; o = extra stack offset.
+.macro HUX_CHECKS half, null
+  mov eax, [esp+4]
+  test eax, eax
+  jz \null
+  mov edx, [esp+12]
+  test edx, edx
+  jz \null
+  cmp dword ptr [esp+20], 0
+  je \null
+  .ifnb \half
+  test byte ptr [esp+24], 12
+  jnz \half
+  .endif
+.endm
+
+# Two rows of 16 samples into a, b: cur at eax (step ecx), ref at edx (esi).
+.macro HUX_SAD16x2A a, b
+  movdqu \a, [edx]
+  movdqu \b, [edx+esi]
+  psadbw \a, [eax]
+  psadbw \b, [eax+ecx]
+.endm
+.macro HUX_SAD16x2U a, b
+  movdqu \a, [edx]
+  movdqu \b, [edx+esi]
+  movdqu xmm6, [eax]
+  movdqu xmm7, [eax+ecx]
+  psadbw \a, xmm6
+  psadbw \b, xmm7
+.endm
+
+.macro HUX_SAD16 h, kind
+  HUX_SAD16x2\kind xmm0, xmm1
+  lea eax, [eax+ecx*2]
+  lea edx, [edx+esi*2]
+  HUX_SAD16x2\kind xmm2, xmm3
+  .rept \h / 4 - 1
+  lea eax, [eax+ecx*2]
+  lea edx, [edx+esi*2]
+  HUX_SAD16x2\kind xmm4, xmm5
+  paddd xmm0, xmm4
+  paddd xmm1, xmm5
+  lea eax, [eax+ecx*2]
+  lea edx, [edx+esi*2]
+  HUX_SAD16x2\kind xmm4, xmm5
+  paddd xmm2, xmm4
+  paddd xmm3, xmm5
+  .endr
+  paddd xmm0, xmm1
+  paddd xmm2, xmm3
+  paddd xmm0, xmm2
+  pshufd xmm1, xmm0, 0xEE
+  paddd xmm0, xmm1
+  mov eax, [esp+24]
+  movd [eax], xmm0
+  pop esi
+  xor eax, eax
+  ret 24
+.endm
+
+.macro HUX_SAD16_EXPORT name, h, half
+  HUX_FN \name
+  HUX_CHECKS \half, 9f
+  push esi
+  mov ecx, [esp+12]
+  mov esi, [esp+20]
+  test al, 15
+  jnz 1f
+  test cl, 15
+  jnz 1f
+  HUX_SAD16 \h, A
+1:
+  HUX_SAD16 \h, U
+9:
+  mov eax, -8
+  ret 24
+  HUX_FN_END \name
+.endm
+
+# 8-wide: the current rows are loaded first (step in ecx), then the step is
+# replaced by the reference step, so no register needs saving.
+.macro HUX_SAD8_EXPORT name, h, half
+  HUX_FN \name
+  HUX_CHECKS \half, 9f
+  mov ecx, [esp+8]
+  movq xmm0, [eax]
+  movhps xmm0, [eax+ecx]
+  lea eax, [eax+ecx*2]
+  movq xmm1, [eax]
+  movhps xmm1, [eax+ecx]
+  .if \h == 8
+  lea eax, [eax+ecx*2]
+  movq xmm2, [eax]
+  movhps xmm2, [eax+ecx]
+  lea eax, [eax+ecx*2]
+  movq xmm3, [eax]
+  movhps xmm3, [eax+ecx]
+  .endif
+  mov ecx, [esp+16]
+  movq xmm4, [edx]
+  movhps xmm4, [edx+ecx]
+  lea edx, [edx+ecx*2]
+  movq xmm5, [edx]
+  movhps xmm5, [edx+ecx]
+  psadbw xmm0, xmm4
+  psadbw xmm1, xmm5
+  .if \h == 8
+  lea edx, [edx+ecx*2]
+  movq xmm4, [edx]
+  movhps xmm4, [edx+ecx]
+  lea edx, [edx+ecx*2]
+  movq xmm5, [edx]
+  movhps xmm5, [edx+ecx]
+  psadbw xmm2, xmm4
+  psadbw xmm3, xmm5
+  paddd xmm0, xmm2
+  paddd xmm1, xmm3
+  .endif
+  paddd xmm0, xmm1
+  pshufd xmm1, xmm0, 0xEE
+  paddd xmm0, xmm1
+  mov eax, [esp+20]
+  movd [eax], xmm0
+  xor eax, eax
+  ret 24
+9:
+  mov eax, -8
+  ret 24
+  HUX_FN_END \name
+.endm
+
+HUX_SAD16_EXPORT huxiSAD16x16_8u32s, 16, hux_me_sad16x16_half
+HUX_SAD16_EXPORT huxiSAD16x8_8u32s_C1R, 8, hux_me_sad16x8_half
+HUX_SAD8_EXPORT huxiSAD8x8_8u32s_C1R, 8, hux_me_sad8x8_half
+HUX_SAD8_EXPORT huxiSAD8x4_8u32s_C1R, 4
+
+  HUX_FN huxiSAD4x4_8u32s
+  HUX_CHECKS , 9f
+  mov ecx, [esp+8]
+  movd xmm0, [eax]
+  movd xmm1, [eax+ecx]
+  lea eax, [eax+ecx*2]
+  movd xmm2, [eax]
+  movd xmm3, [eax+ecx]
+  mov ecx, [esp+16]
+  movd xmm4, [edx]
+  movd xmm5, [edx+ecx]
+  lea edx, [edx+ecx*2]
+  movd xmm6, [edx]
+  movd xmm7, [edx+ecx]
+  punpckldq xmm0, xmm1
+  punpckldq xmm4, xmm5
+  punpckldq xmm2, xmm3
+  punpckldq xmm6, xmm7
+  psadbw xmm0, xmm4
+  psadbw xmm2, xmm6
+  paddd xmm0, xmm2
+  mov eax, [esp+20]
+  movd [eax], xmm0
+  xor eax, eax
+  ret 24
+9:
+  mov eax, -8
+  ret 24
+  HUX_FN_END huxiSAD4x4_8u32s
+
+.purgem HUX_CHECKS
+.purgem HUX_SAD16x2A
+.purgem HUX_SAD16x2U
+.purgem HUX_SAD16
+.purgem HUX_SAD16_EXPORT
+.purgem HUX_SAD8_EXPORT
+.att_syntax prefix
+)" HUX_FN_PURGE);
+
+#endif
+#endif  // HUX_ASM
