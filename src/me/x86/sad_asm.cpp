@@ -116,9 +116,9 @@ asm(HUX_FN_MACROS R"(
   HUX_CHECKS \half, 9f
   lea r10, [rsi+rsi*2]
   lea r11, [rcx+rcx*2]
-  mov eax, esi
-  or eax, edi
-  test al, 15
+  test dil, 15
+  jnz 1f
+  test sil, 15
   jnz 1f
   HUX_SAD16 \h, A
 1:
