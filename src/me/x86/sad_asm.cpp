@@ -111,18 +111,124 @@ asm(HUX_FN_MACROS R"(
   HUX_SUM4_STORE
 .endm
 
-.macro HUX_SAD16_EXPORT name, h, half
-  HUX_FN \name
-  HUX_CHECKS \half, 9f
+# Vertical half-sample position, four rows: c holds reference row y on entry,
+# r1..r4 receive rows y+1..y+4 (r4 is row y of the next four); each row pair is
+# averaged in place, the next register being read before it is overwritten.
+.macro HUX_SAD16V4 kind, c, r1, r2, r3, r4
+  movdqu \r1, [rdx+rcx]
+  movdqu \r2, [rdx+rcx*2]
+  movdqu \r3, [rdx+r11]
+  movdqu \r4, [rdx+rcx*4]
+  pavgb \c, \r1
+  pavgb \r1, \r2
+  pavgb \r2, \r3
+  pavgb \r3, \r4
+  HUX_CUR4\kind \c, \r1, \r2, \r3
+.endm
+# Horizontal half-sample position, four rows into xmm2..xmm5.
+.macro HUX_SAD16H4 kind
+  movdqu xmm2, [rdx]
+  movdqu xmm6, [rdx+1]
+  movdqu xmm3, [rdx+rcx]
+  movdqu xmm7, [rdx+rcx+1]
+  movdqu xmm4, [rdx+rcx*2]
+  movdqu xmm8, [rdx+rcx*2+1]
+  movdqu xmm5, [rdx+r11]
+  movdqu xmm9, [rdx+r11+1]
+  pavgb xmm2, xmm6
+  pavgb xmm3, xmm7
+  pavgb xmm4, xmm8
+  pavgb xmm5, xmm9
+  HUX_CUR4\kind xmm2, xmm3, xmm4, xmm5
+.endm
+# psadbw of four predicted rows against the current rows at rdi, then the
+# sums added to xmm0 (rows 0, 2) and xmm1 (rows 1, 3).
+.macro HUX_CUR4A a, b, c, d
+  psadbw \a, [rdi]
+  psadbw \b, [rdi+rsi]
+  psadbw \c, [rdi+rsi*2]
+  psadbw \d, [rdi+r10]
+  HUX_ACC4 \a, \b, \c, \d
+.endm
+.macro HUX_CUR4U a, b, c, d
+  movdqu xmm10, [rdi]
+  movdqu xmm11, [rdi+rsi]
+  movdqu xmm12, [rdi+rsi*2]
+  movdqu xmm13, [rdi+r10]
+  psadbw \a, xmm10
+  psadbw \b, xmm11
+  psadbw \c, xmm12
+  psadbw \d, xmm13
+  HUX_ACC4 \a, \b, \c, \d
+.endm
+.macro HUX_ACC4 a, b, c, d
+  paddd xmm0, \a
+  paddd xmm1, \b
+  paddd xmm0, \c
+  paddd xmm1, \d
+  lea rdi, [rdi+rsi*4]
+  lea rdx, [rdx+rcx*4]
+.endm
+.macro HUX_SUM2_STORE
+  paddd xmm0, xmm1
+  pshufd xmm1, xmm0, 0xEE
+  paddd xmm0, xmm1
+  movd [r8], xmm0
+  xor eax, eax
+  ret
+.endm
+.macro HUX_SAD16V h, kind
+  pxor xmm0, xmm0
+  pxor xmm1, xmm1
+  movdqu xmm2, [rdx]
+  HUX_SAD16V4 \kind, xmm2, xmm3, xmm4, xmm5, xmm6
+  HUX_SAD16V4 \kind, xmm6, xmm2, xmm3, xmm4, xmm5
+  .if \h == 16
+  HUX_SAD16V4 \kind, xmm5, xmm6, xmm2, xmm3, xmm4
+  HUX_SAD16V4 \kind, xmm4, xmm5, xmm6, xmm2, xmm3
+  .endif
+  HUX_SUM2_STORE
+.endm
+.macro HUX_SAD16H h, kind
+  pxor xmm0, xmm0
+  pxor xmm1, xmm1
+  .rept \h / 4
+  HUX_SAD16H4 \kind
+  .endr
+  HUX_SUM2_STORE
+.endm
+# rsi, rcx sign-extended; r10, r11 = three steps; branch to the aligned or
+# unaligned form of a kernel macro.
+.macro HUX_SAD16_BODY kernel, h
   lea r10, [rsi+rsi*2]
   lea r11, [rcx+rcx*2]
   test dil, 15
   jnz 1f
   test sil, 15
   jnz 1f
-  HUX_SAD16 \h, A
+  \kernel \h, A
 1:
-  HUX_SAD16 \h, U
+  \kernel \h, U
+.endm
+
+# The integer position falls through; the vertical (mcType 4) and horizontal
+# (8) half-sample positions are here too, the diagonal one (12) is the C++ body.
+.macro HUX_SAD16_EXPORT name, h, half
+  HUX_FN \name
+  HUX_CHECKS 5f, 9f
+  HUX_SAD16_BODY HUX_SAD16, \h
+5:
+  test r9b, 4
+  jz 6f
+  test r9b, 8
+  jnz \half
+  movsxd rsi, esi
+  movsxd rcx, ecx
+  HUX_SAD16_BODY HUX_SAD16V, \h
+6:
+  movsxd rsi, esi
+  movsxd rcx, ecx
+  HUX_SAD16_BODY HUX_SAD16H, \h
 9:
   mov eax, -8
   ret
@@ -207,6 +313,15 @@ HUX_SAD8_EXPORT huxiSAD8x4_8u32s_C1R, 4
 .purgem HUX_SAD16
 .purgem HUX_SAD16_EXPORT
 .purgem HUX_SAD8x2
+.purgem HUX_SAD16V4
+.purgem HUX_SAD16H4
+.purgem HUX_CUR4A
+.purgem HUX_CUR4U
+.purgem HUX_ACC4
+.purgem HUX_SUM2_STORE
+.purgem HUX_SAD16V
+.purgem HUX_SAD16H
+.purgem HUX_SAD16_BODY
 .purgem HUX_SAD8_EXPORT
 .att_syntax prefix
 )" HUX_FN_PURGE);
