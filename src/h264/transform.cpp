@@ -119,8 +119,8 @@ HUX_API HuxResult HUX_STDCALL huxiTransformQuantInvAddPred4x4_H264_16s_C1IR(cons
                                                                             int16_t* pSrcDst, const int16_t* pDC,
                                                                             uint8_t* pDst, int32_t dstStep, int32_t QP,
                                                                             int32_t AC, const int16_t* pScale) {
-  if (__builtin_expect(!pPred || !pDst || !pSrcDst, 0)) return huxErrNullPtr;
-  if (__builtin_expect(!qp_in(QP, 51), 0)) return huxErrOutOfRange;
+  if (!pPred || !pDst || !pSrcDst) return huxErrNullPtr;
+  if (!qp_in(QP, 51)) return huxErrOutOfRange;
   k::quant_inv_add_pred4x4(pPred, predStep, pSrcDst, pDC, pDst, dstStep, QP, AC, pScale);
   return huxOk;
 }

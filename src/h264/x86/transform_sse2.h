@@ -150,28 +150,6 @@ inline __m128i dequant4x4_sat(__m128i x, __m128i ls, int q) {
   return v;
 }
 
-// The same rule on a whole 4x4 block (two registers), one branch on QP/6.
-inline void dequant4x4_sat(const int16_t* coef, const int16_t* ls, int q, __m128i& a, __m128i& b) {
-  __m128i p0, p1, p2, p3;
-  mul_wide(loadu(coef), loadu(ls), p0, p1);
-  mul_wide(loadu(coef + 8), loadu(ls + 8), p2, p3);
-  if (q == 4) {
-    a = _mm_packs_epi32(p0, p1);
-    b = _mm_packs_epi32(p2, p3);
-  } else if (q > 4) {
-    const __m128i n = _mm_cvtsi32_si128(q - 4);
-    a = _mm_packs_epi32(p0, p1);
-    b = _mm_packs_epi32(p2, p3);
-    a = _mm_packs_epi32(_mm_sll_epi32(widen_lo(a), n), _mm_sll_epi32(widen_hi(a), n));
-    b = _mm_packs_epi32(_mm_sll_epi32(widen_lo(b), n), _mm_sll_epi32(widen_hi(b), n));
-  } else {
-    const __m128i r = _mm_set1_epi32(1 << (3 - q));
-    const __m128i n = _mm_cvtsi32_si128(4 - q);
-    a = _mm_packs_epi32(_mm_sra_epi32(_mm_add_epi32(p0, r), n), _mm_sra_epi32(_mm_add_epi32(p1, r), n));
-    b = _mm_packs_epi32(_mm_sra_epi32(_mm_add_epi32(p2, r), n), _mm_sra_epi32(_mm_add_epi32(p3, r), n));
-  }
-}
-
 // ------------------------------------------------------------ 32-bit helpers
 inline void transpose4x4_32(__m128i& a, __m128i& b, __m128i& c, __m128i& d) {
   const __m128i t0 = _mm_unpacklo_epi32(a, b), t1 = _mm_unpackhi_epi32(a, b);
@@ -282,8 +260,8 @@ HUX_INLINE void quant_inv_add_pred4x4(const uint8_t* pred, int32_t predStep, con
   if (__builtin_expect(!ac, 0)) return quant_inv_add_pred4x4_dc(pred, predStep, coef, pDC, dst, dstStep, qp, scale);
   const int16_t* ls = scale ? scale : kFlatLevelScale[kQpMod6[qp]].data();
   const int q = kQpDiv6[qp];
-  __m128i a, b;
-  dequant4x4_sat(coef, ls, q, a, b);
+  __m128i a = dequant4x4_sat(loadu(coef), loadu(ls), q);
+  __m128i b = dequant4x4_sat(loadu(coef + 8), loadu(ls + 8), q);
   if (pDC) a = _mm_insert_epi16(a, *pDC, 0);
   idct4x4_sat(a, b);
   add_pred4x4(a, b, pred, predStep, dst, dstStep);
