@@ -13,11 +13,11 @@ namespace {
 
 constexpr int half_pel(int32_t mcType) { return (mcType >> 2) & 3; }
 
-// The half-sample kernels stay out of line, reached by a tail call, so that
-// the integer path, the one a motion search calls most, compiles without a
-// stack frame.
+// The half-sample kernels of the byte SADs, inlined into the out-of-line
+// functions below (hux_me_sad*_half), which the integer path reaches by one
+// jump so that it needs no stack frame.
 template <int W, int H>
-[[gnu::noinline]] HuxResult sad_half(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep,
+HUX_INLINE HuxResult sad_half(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep,
                                      int32_t* sad, int hp) {
   if (hp == me::kVertical)
     *sad = k::sad<W, H, me::kVertical>(src, srcStep, ref, refStep);
@@ -27,6 +27,7 @@ template <int W, int H>
     *sad = k::sad<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
   return huxOk;
 }
+// The same for the word SADs, out of line and reached by a tail call.
 template <int W, int H>
 [[gnu::noinline]] HuxResult sad16u_half(const uint16_t* src, int32_t srcStep, const uint16_t* ref, int32_t refStep,
                                         int32_t* sad, int hp) {

@@ -51,6 +51,8 @@ HUX_CHECK(me, sad, 256) {
   sad<uint8_t, 16, 16, me::kHorizontal, true>(t, 255);
   sad<uint8_t, 16, 8, me::kVertical, true>(t, 255);
   sad<uint8_t, 16, 8, me::kHorizontal, true>(t, 255);
+  sad<uint8_t, 8, 8, me::kVertical, true>(t, 255);
+  sad<uint8_t, 8, 8, me::kHorizontal, true>(t, 255);
 #endif
   // Word samples at 16 bits (the interpolating sums saturate), 14 and 10.
   const int64_t hi = t.pick({65535, 16383, 1023});

@@ -245,9 +245,70 @@ asm(HUX_FN_MACROS R"(
   psadbw \a, \b
 .endm
 
+# 8-wide half-sample positions, four rows (two registers of two rows):
+# cur rows at rdi, prediction rows from rdx; sums into xmm0, xmm1.
+.macro HUX_SAD8V4
+  movq xmm2, [rdx]
+  movq xmm4, [rdx+rcx]
+  movq xmm3, [rdx+rcx*2]
+  movq xmm5, [rdx+r11]
+  movq xmm6, [rdx+rcx*4]
+  pavgb xmm2, xmm4
+  pavgb xmm4, xmm3
+  pavgb xmm3, xmm5
+  pavgb xmm5, xmm6
+  punpcklqdq xmm2, xmm4
+  punpcklqdq xmm3, xmm5
+  HUX_SAD8P4
+.endm
+.macro HUX_SAD8H4
+  movq xmm2, [rdx]
+  movhps xmm2, [rdx+rcx]
+  movq xmm4, [rdx+1]
+  movhps xmm4, [rdx+rcx+1]
+  movq xmm3, [rdx+rcx*2]
+  movhps xmm3, [rdx+r11]
+  movq xmm5, [rdx+rcx*2+1]
+  movhps xmm5, [rdx+r11+1]
+  pavgb xmm2, xmm4
+  pavgb xmm3, xmm5
+  HUX_SAD8P4
+.endm
+.macro HUX_SAD8P4
+  movq xmm6, [rdi]
+  movq xmm8, [rdi+rsi]
+  movq xmm7, [rdi+rsi*2]
+  movq xmm9, [rdi+r10]
+  punpcklqdq xmm6, xmm8
+  punpcklqdq xmm7, xmm9
+  psadbw xmm2, xmm6
+  psadbw xmm3, xmm7
+  paddd xmm0, xmm2
+  paddd xmm1, xmm3
+.endm
+.macro HUX_SAD8HALF h, kind
+  lea r10, [rsi+rsi*2]
+  lea r11, [rcx+rcx*2]
+  pxor xmm0, xmm0
+  pxor xmm1, xmm1
+  HUX_SAD8\kind\()4
+  .if \h == 8
+  lea rdi, [rdi+rsi*4]
+  lea rdx, [rdx+rcx*4]
+  HUX_SAD8\kind\()4
+  .endif
+  HUX_SUM2_STORE
+.endm
+
+# The integer position falls through; on 64-bit the vertical and horizontal
+# half-sample positions are here too, the diagonal one is the C++ body.
 .macro HUX_SAD8_EXPORT name, h, half
   HUX_FN \name
-  HUX_CHECKS \half, 9f
+  .ifnb \half
+  HUX_CHECKS 5f, 9f
+  .else
+  HUX_CHECKS , 9f
+  .endif
   lea r10, [rsi+rsi*2]
   lea r11, [rcx+rcx*2]
   HUX_SAD8x2 xmm0, xmm4, rdi, rdi+rsi, rdx, rdx+rcx
@@ -266,6 +327,20 @@ asm(HUX_FN_MACROS R"(
   movd [r8], xmm0
   xor eax, eax
   ret
+  .ifnb \half
+5:
+  test r9b, 4
+  jz 6f
+  test r9b, 8
+  jnz \half
+  movsxd rsi, esi
+  movsxd rcx, ecx
+  HUX_SAD8HALF \h, V
+6:
+  movsxd rsi, esi
+  movsxd rcx, ecx
+  HUX_SAD8HALF \h, H
+  .endif
 9:
   mov eax, -8
   ret
@@ -322,6 +397,10 @@ HUX_SAD8_EXPORT huxiSAD8x4_8u32s_C1R, 4
 .purgem HUX_SAD16V
 .purgem HUX_SAD16H
 .purgem HUX_SAD16_BODY
+.purgem HUX_SAD8V4
+.purgem HUX_SAD8H4
+.purgem HUX_SAD8P4
+.purgem HUX_SAD8HALF
 .purgem HUX_SAD8_EXPORT
 .att_syntax prefix
 )" HUX_FN_PURGE);

@@ -227,7 +227,7 @@ HUX_INLINE int32_t sad16u(const uint16_t* cur, int32_t cs, const uint16_t* ref, 
 // The assembly exports (x86/sad_asm.cpp) through the kernel signature, so the
 // checker holds them to the reference kernels beside the intrinsics ones:
 // the integer position of 16x16, 16x8, 8x8, 8x4 and 4x4, and on 64-bit x86
-// the vertical and horizontal half-sample positions of 16x16 and 16x8.
+// the vertical and horizontal half-sample positions of 16x16, 16x8 and 8x8.
 template <int W, int H>
 constexpr auto asm_export() {
   if constexpr (W == 16 && H == 16) return &huxiSAD16x16_8u32s;
