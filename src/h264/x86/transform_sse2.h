@@ -243,23 +243,15 @@ HUX_INLINE void dequant_transform_residual_add(const uint8_t* pred, int32_t pred
   add_pred4x4(a, b, pred, predStep, dst, dstStep);
 }
 
-namespace detail {
-// The DC-only form of the LevelScale 4x4, out of line so that the export's
-// common path runs straight through.
-[[gnu::noinline]] inline void quant_inv_add_pred4x4_dc(const uint8_t* pred, int32_t predStep, const int16_t* coef,
-                                                      const int16_t* pDC, uint8_t* dst, int32_t dstStep, int32_t qp,
-                                                      const int16_t* scale) {
-  const int16_t* ls = scale ? scale : kFlatLevelScale[kQpMod6[qp]].data();
-  const int32_t dc = pDC ? *pDC : sat16_wide(dequant4x4_exact(coef[0], ls[0], kQpDiv6[qp]));
-  add_const4x4((dc + 32) >> 6, pred, predStep, dst, dstStep);
-}
-}  // namespace detail
-
 HUX_INLINE void quant_inv_add_pred4x4(const uint8_t* pred, int32_t predStep, const int16_t* coef, const int16_t* pDC,
                            uint8_t* dst, int32_t dstStep, int32_t qp, int32_t ac, const int16_t* scale) {
-  if (__builtin_expect(!ac, 0)) return quant_inv_add_pred4x4_dc(pred, predStep, coef, pDC, dst, dstStep, qp, scale);
   const int16_t* ls = scale ? scale : kFlatLevelScale[kQpMod6[qp]].data();
   const int q = kQpDiv6[qp];
+  if (!ac) {
+    const int32_t dc = pDC ? *pDC : sat16_wide(dequant4x4_exact(coef[0], ls[0], q));
+    add_const4x4((dc + 32) >> 6, pred, predStep, dst, dstStep);
+    return;
+  }
   __m128i a = dequant4x4_sat(loadu(coef), loadu(ls), q);
   __m128i b = dequant4x4_sat(loadu(coef + 8), loadu(ls + 8), q);
   if (pDC) a = _mm_insert_epi16(a, *pDC, 0);
