@@ -1,8 +1,10 @@
 // Block SAD exports: pointer checks, then the kernel for the block shape and
-// half-sample position, inlined here. Steps, block sizes and selector ranges
-// are never checked. The selector is divided by four without a mask, so values
-// of 16 and above are outside the interface; they are masked here to one of
-// the four positions.
+// half-sample position, inlined here (the byte SADs' integer positions, and
+// on 64-bit their vertical and horizontal half-sample positions, are in
+// assembly in x86/sad_asm.cpp where it is built). Steps, block sizes and
+// selector ranges are never checked. The selector is divided by four without
+// a mask, so values of 16 and above are outside the interface; they are
+// masked here (and in the assembly) to one of the four positions.
 #include "huxvc.h"
 #include "me/sad_kernels.h"
 

@@ -7,8 +7,11 @@
 //  - one test and branch per pointer, all to one out-of-line return of
 //    huxErrNullPtr, in the interface's order (any null pointer: nothing read,
 //    nothing written);
-//  - a selector with a half-sample position ((mcType >> 2) & 3 not 0) jumps,
-//    arguments untouched, to the C++ half-sample export body;
+//  - a selector with a half-sample position ((mcType >> 2) & 3 not 0): on
+//    64-bit the vertical and horizontal positions of 16x16, 16x8 and 8x8 are
+//    computed here too (pavgb of the two reference rows or columns, which is
+//    the rounded-up average exactly); the diagonal position, and every half
+//    position on 32-bit, jumps with the arguments untouched to the C++ body;
 //  - the 16-wide kernels fold the current rows into psadbw as memory operands
 //    when the current block and its step are 16-byte aligned, and load them
 //    otherwise; 8- and 4-wide rows are packed two to a register (8-byte and
