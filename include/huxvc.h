@@ -200,6 +200,239 @@ HUX_API HuxResult HUX_STDCALL huxiTransformResidual4x4Inv_H264_16s_C1(const int1
 /** The 4x4 inverse core transform and rounding alone, 32-bit arithmetic. */
 HUX_API HuxResult HUX_STDCALL huxiTransformResidual4x4Inv_H264_32s_C1(const int32_t* pSrc, int32_t* pDst);
 
+/* ------------------------------------ motion compensation, copies, averages */
+/* Two selector encodings coexist and both are read as stated:
+ *   mcType (MC functions, bits 2-3 only): 0 integer, 4 vertical half (the row
+ *     below), 8 horizontal half (the next column), 12 diagonal;
+ *   acc (HP copies, Add8x8HP, InterpolateAverage, bits 0-1 only): 0 integer,
+ *     1 horizontal half, 2 vertical half, 3 both.
+ * roundControl (bit 0 only): 0 rounds halves up, (a + b + 1) >> 1 and
+ * (a + b + c + d + 2) >> 2; 1 rounds them down, (a + b) >> 1 and
+ * (a + b + c + d + 1) >> 2. Vertical and diagonal positions read one row below
+ * the block, horizontal and diagonal ones one column (two bytes on rows of
+ * interleaved chroma) to its right. Residuals are signed 16-bit blocks with
+ * their own step in bytes; a reconstruction is the prediction plus the
+ * residual with signed 16-bit saturation, then saturated to 0..255. Only the
+ * pointers are checked; steps are not; selectors are masked, never refused. */
+
+/**
+ * @brief One-reference motion compensation of a 16x16 block plus a residual.
+ *
+ * pDst = clip(prediction + residual), the prediction taken from pSrcRef at the
+ * half-sample position of mcType (bits 2-3), rounded by roundControl (bit 0).
+ * Reads the 16x16 block and, for half positions, one more row and/or column.
+ * The 16x4 and UV members work on rows of 8 interleaved chroma pairs: their
+ * horizontal neighbour is 2 bytes to the right. Nothing is written on failure.
+ * @param pSrcRef       reference block, 8-bit samples
+ * @param srcStep       reference row step in bytes
+ * @param pSrcYData     residual block, signed 16-bit
+ * @param srcYDataStep  residual row step in bytes
+ * @param pDst          destination block, 8-bit samples (out)
+ * @param dstStep       destination row step in bytes
+ * @param mcType        0, 4, 8 or 12 (bits 0-1 and above 3 ignored)
+ * @param roundControl  0 halves up, 1 halves down (higher bits ignored)
+ * @retval huxErrNullPtr  pSrcRef, pSrcYData or pDst is null
+ * @retval huxOk          the block was reconstructed
+ */
+HUX_API HuxResult HUX_STDCALL huxiMC16x16_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 16x8 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC16x8_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 16x4 block plus a residual. Rows of interleaved chroma pairs: the horizontal neighbour is 2 bytes to the right. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC16x4_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 8x16 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC8x16_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 8x8 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC8x8_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 8x4 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC8x4_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 4x8 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC4x8_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 4x4 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC4x4_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 4x2 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC4x2_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 2x4 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC2x4_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 2x2 block plus a residual. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC2x2_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+/** @brief One-reference motion compensation of a 16x8 block plus a residual. Rows of 8 interleaved chroma pairs: the horizontal neighbour is 2 bytes to the right. @copydetails huxiMC16x16_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC16x8UV_8u_C1(const uint8_t* pSrcRef, int32_t srcStep, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t mcType, int32_t roundControl);
+
+/**
+ * @brief Two-reference motion compensation of a 16x16 block plus a residual.
+ *
+ * Each reference is predicted at its own mcType position with the shared
+ * roundControl, the two predictions are averaged upwards, (F + B + 1) >> 1,
+ * and pDst = clip(average + residual) as in the one-reference functions. The
+ * 16x4 and UV members take the horizontal neighbour 2 bytes to the right.
+ * @param pSrcRefF      forward reference block
+ * @param srcStepF      its row step in bytes
+ * @param mcTypeF       forward position, 0, 4, 8 or 12 (bits 2-3 read)
+ * @param pSrcRefB      backward reference block
+ * @param srcStepB      its row step in bytes
+ * @param mcTypeB       backward position, 0, 4, 8 or 12 (bits 2-3 read)
+ * @param pSrcYData     residual block, signed 16-bit
+ * @param srcYDataStep  residual row step in bytes
+ * @param pDst          destination block (out)
+ * @param dstStep       destination row step in bytes
+ * @param roundControl  0 halves up, 1 halves down, for both directions
+ * @retval huxErrNullPtr  pSrcRefF, pSrcRefB, pSrcYData or pDst is null
+ * @retval huxOk          the block was reconstructed
+ */
+HUX_API HuxResult HUX_STDCALL huxiMC16x16B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 16x8 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC16x8B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 16x4 block plus a residual. Rows of interleaved chroma pairs: the horizontal neighbour is 2 bytes to the right. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC16x4B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 8x16 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC8x16B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 8x8 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC8x8B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 8x4 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC8x4B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 4x8 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC4x8B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 4x4 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC4x4B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 4x2 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC4x2B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 2x4 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC2x4B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 2x2 block plus a residual. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC2x2B_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+/** @brief Two-reference motion compensation of a 16x8 block plus a residual. Rows of interleaved chroma pairs: the horizontal neighbour is 2 bytes to the right. @copydetails huxiMC16x16B_8u_C1 */
+HUX_API HuxResult HUX_STDCALL huxiMC16x8BUV_8u_C1(const uint8_t* pSrcRefF, int32_t srcStepF, int32_t mcTypeF, const uint8_t* pSrcRefB, int32_t srcStepB, int32_t mcTypeB, const int16_t* pSrcYData, int32_t srcYDataStep, uint8_t* pDst, int32_t dstStep, int32_t roundControl);
+
+/**
+ * @brief Copies the half-sample prediction of a 16x16 block.
+ *
+ * pDst = the prediction of pSrc at the position acc names (bits 0-1: 0
+ * integer, 1 horizontal, 2 vertical, 3 both), rounded by roundControl (bit 0).
+ * Reads one more column for acc 1 and 3, one more row for acc 2 and 3.
+ * @param pSrc          source block, 8-bit samples
+ * @param srcStep       source row step in bytes
+ * @param pDst          destination block (out)
+ * @param dstStep       destination row step in bytes
+ * @param acc           0 to 3 (higher bits ignored)
+ * @param roundControl  0 halves up, 1 halves down
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxOk          the prediction was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiCopy16x16HP_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t acc, int32_t roundControl);
+/** @brief Copies the half-sample prediction of a 16x8 block. @copydetails huxiCopy16x16HP_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiCopy16x8HP_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t acc, int32_t roundControl);
+/** @brief Copies the half-sample prediction of an 8x8 block. @copydetails huxiCopy16x16HP_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiCopy8x8HP_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t acc, int32_t roundControl);
+/** @brief Copies the half-sample prediction of an 8x4 block. @copydetails huxiCopy16x16HP_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiCopy8x4HP_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t acc, int32_t roundControl);
+
+/**
+ * @brief Copies a 16x16 block of 8-bit samples.
+ *
+ * @param pSrc     source block
+ * @param srcStep  source row step in bytes
+ * @param pDst     destination block (out)
+ * @param dstStep  destination row step in bytes
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxOk          the block was copied
+ */
+HUX_API HuxResult HUX_STDCALL huxiCopy16x16_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep);
+/** @brief Copies an 8x8 block of 8-bit samples. @copydetails huxiCopy16x16_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiCopy8x8_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep);
+
+/**
+ * @brief Adds a residual to the half-sample prediction of an 8x8 block.
+ *
+ * pDst = clip(prediction of pSrc2 at the acc position + residual pSrc1), with
+ * the rounding of roundControl and the saturations of the MC functions.
+ * @param pSrc1         residual block, signed 16-bit
+ * @param src1Step      residual row step in bytes
+ * @param pSrc2         reference block, 8-bit samples
+ * @param src2Step      reference row step in bytes
+ * @param pDst          destination block (out)
+ * @param dstStep       destination row step in bytes
+ * @param acc           0 integer, 1 horizontal, 2 vertical, 3 both (bits 0-1)
+ * @param roundControl  0 halves up, 1 halves down
+ * @retval huxErrNullPtr  pSrc1, pSrc2 or pDst is null
+ * @retval huxOk          the block was reconstructed
+ */
+HUX_API HuxResult HUX_STDCALL huxiAdd8x8HP_16s8u_C1RS(const int16_t* pSrc1, int32_t src1Step, const uint8_t* pSrc2, int32_t src2Step, uint8_t* pDst, int32_t dstStep, int32_t acc, int32_t roundControl);
+/**
+ * @brief Adds a residual to an 8x8 block in place.
+ *
+ * pSrcDst = clip(pSrcDst + residual): 16-bit signed saturation, then 0..255.
+ * @param pSrc        residual block, signed 16-bit
+ * @param srcStep     residual row step in bytes
+ * @param pSrcDst     picture block, 8-bit samples (in/out)
+ * @param srcDstStep  picture row step in bytes
+ * @retval huxErrNullPtr  pSrc or pSrcDst is null
+ * @retval huxOk          the block was updated
+ */
+HUX_API HuxResult HUX_STDCALL huxiAdd8x8_16s8u_C1IRS(const int16_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep);
+/**
+ * @brief Adds a constant to an 8x8 block in place.
+ *
+ * Every sample becomes max(0, min(255, sample + value)).
+ * @param value       signed 16-bit constant
+ * @param pSrcDst     picture block (in/out)
+ * @param srcDstStep  picture row step in bytes
+ * @retval huxErrNullPtr  pSrcDst is null
+ * @retval huxOk          the block was updated
+ */
+HUX_API HuxResult HUX_STDCALL huxiAddC8x8_16s8u_C1IR(int16_t value, uint8_t* pSrcDst, int32_t srcDstStep);
+
+/**
+ * @brief Averages two 16x16 blocks: pDst = (a + b + 1) >> 1.
+ *
+ * @param pSrc1     first block
+ * @param src1Step  its row step in bytes
+ * @param pSrc2     second block
+ * @param src2Step  its row step in bytes
+ * @param pDst      destination block (out)
+ * @param dstStep   destination row step in bytes
+ * @retval huxErrNullPtr  pSrc1, pSrc2 or pDst is null
+ * @retval huxOk          the average was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiAverage16x16_8u_C1R(const uint8_t* pSrc1, int32_t src1Step, const uint8_t* pSrc2, int32_t src2Step, uint8_t* pDst, int32_t dstStep);
+/** @brief Averages two 8x8 blocks: pDst = (a + b + 1) >> 1. @copydetails huxiAverage16x16_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiAverage8x8_8u_C1R(const uint8_t* pSrc1, int32_t src1Step, const uint8_t* pSrc2, int32_t src2Step, uint8_t* pDst, int32_t dstStep);
+/**
+ * @brief Averages a 16x16 block into a picture block: pic = (pic + src + 1) >> 1.
+ *
+ * @param pSrc        source block
+ * @param srcStep     source row step in bytes
+ * @param pSrcDst     picture block (in/out)
+ * @param srcDstStep  picture row step in bytes
+ * @retval huxErrNullPtr  pSrc or pSrcDst is null
+ * @retval huxOk          the picture block was updated
+ */
+HUX_API HuxResult HUX_STDCALL huxiAverage16x16_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep);
+/** @brief Averages an 8x8 block into a picture block: pic = (pic + src + 1) >> 1. @copydetails huxiAverage16x16_8u_C1IR */
+HUX_API HuxResult HUX_STDCALL huxiAverage8x8_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep);
+
+/**
+ * @brief Averages the half-sample prediction of a 16x16 block into a picture block.
+ *
+ * pic = (pic + prediction + 1) >> 1, the prediction of pSrc at the acc
+ * position rounded by roundControl (as the HP copies form it); the average
+ * itself always rounds up.
+ * @param pSrc          source (reference) block
+ * @param srcStep       source row step in bytes
+ * @param pSrcDst       picture block (in/out)
+ * @param srcDstStep    picture row step in bytes
+ * @param acc           0 integer, 1 horizontal, 2 vertical, 3 both (bits 0-1)
+ * @param roundControl  0 halves up, 1 halves down (the prediction only)
+ * @retval huxErrNullPtr  pSrc or pSrcDst is null
+ * @retval huxOk          the picture block was updated
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateAverage16x16_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep, int32_t acc, int32_t roundControl);
+/** @brief Averages the half-sample prediction of a 16x8 block into a picture block. @copydetails huxiInterpolateAverage16x16_8u_C1IR */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateAverage16x8_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep, int32_t acc, int32_t roundControl);
+/** @brief Averages the half-sample prediction of an 8x8 block into a picture block. @copydetails huxiInterpolateAverage16x16_8u_C1IR */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateAverage8x8_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep, int32_t acc, int32_t roundControl);
+/** @brief Averages the half-sample prediction of an 8x4 block into a picture block. @copydetails huxiInterpolateAverage16x16_8u_C1IR */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateAverage8x4_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst, int32_t srcDstStep, int32_t acc, int32_t roundControl);
+
 #ifdef __cplusplus
 }
 #endif

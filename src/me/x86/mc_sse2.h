@@ -1,0 +1,172 @@
+// SSE2 motion-compensation, copy and averaging kernels. Rows of 16 bytes take
+// one register, narrower rows the low bytes of one. Halves are byte averages
+// (pavgb rounds up; rounding down subtracts the low bit of a ^ b, which gives
+// (a + b) >> 1 for every pair); the diagonal is formed exactly in 16-bit lanes
+// from the horizontal pair sums of two rows, the lower row's sums carried to
+// the next row. Every load stays inside the block and the row and column its
+// position reads beyond it.
+#pragma once
+
+#include <emmintrin.h>
+
+#include "me/mc_kernels.h"
+#include "me/x86/sad_sse2.h"
+
+namespace hux::me::sse2 {
+namespace detail {
+
+// W bytes of a row into the low bytes of a register (the rest zero), and back.
+template <int W>
+HUX_INLINE __m128i ldw(const uint8_t* p) {
+  if constexpr (W == 16) return loadu(p);
+  if constexpr (W == 8) return load8(p);
+  if constexpr (W == 4) return load4(p);
+  if constexpr (W == 2) return _mm_cvtsi32_si128(hux::load<uint16_t>(p));
+}
+template <int W>
+HUX_INLINE void stw(uint8_t* p, __m128i v) {
+  if constexpr (W == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+  if constexpr (W == 8) _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v);
+  if constexpr (W == 4) hux::store<int32_t>(p, _mm_cvtsi128_si32(v));
+  if constexpr (W == 2) hux::store<uint16_t>(p, static_cast<uint16_t>(_mm_cvtsi128_si32(v)));
+}
+
+template <int Round>
+HUX_INLINE __m128i avg_round(__m128i a, __m128i b) {
+  const __m128i up = _mm_avg_epu8(a, b);
+  if constexpr (Round == 0) return up;
+  return _mm_sub_epi8(up, _mm_and_si128(_mm_xor_si128(a, b), _mm_set1_epi8(1)));
+}
+
+// Horizontal pair sums of W samples (Dx apart) in 16-bit lanes.
+template <int W, int Dx>
+HUX_INLINE void pairs(const uint8_t* p, __m128i& lo, __m128i& hi) {
+  if constexpr (W == 16) {
+    pair_sums16<Dx>(p, lo, hi);
+  } else if constexpr (W == 8) {
+    pair_sums8<Dx>(p, lo);
+  } else {
+    const __m128i z = _mm_setzero_si128();
+    lo = _mm_add_epi16(_mm_unpacklo_epi8(ldw<W>(p), z), _mm_unpacklo_epi8(ldw<W>(p + Dx), z));
+  }
+}
+
+// The prediction of successive rows of a block at one half-sample position.
+// The vertical and diagonal positions keep what they read of the row below
+// for the next row.
+template <int W, int Mode, int Round, int Dx>
+struct Rows {
+  const uint8_t* r;
+  int32_t s;
+  __m128i lo, hi;
+  HUX_INLINE Rows(const uint8_t* ref, int32_t step) : r(ref), s(step) {
+    if constexpr (Mode == kVertical) lo = ldw<W>(r);
+    if constexpr (Mode == kDiagonal) pairs<W, Dx>(r, lo, hi);
+  }
+  HUX_INLINE __m128i next() {
+    const uint8_t* p = r;
+    r = row(r, s, 1);
+    if constexpr (Mode == kInteger) {
+      return ldw<W>(p);
+    } else if constexpr (Mode == kHorizontal) {
+      return avg_round<Round>(ldw<W>(p), ldw<W>(p + Dx));
+    } else if constexpr (Mode == kVertical) {
+      const __m128i top = lo;
+      lo = ldw<W>(r);
+      return avg_round<Round>(top, lo);
+    } else {
+      __m128i blo, bhi;
+      pairs<W, Dx>(r, blo, bhi);
+      __m128i out;
+      if constexpr (W == 16) {
+        out = diag_from_pairs<Round>(lo, hi, blo, bhi);
+      } else {
+        const __m128i k = _mm_set1_epi16(2 - Round);
+        out = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(lo, blo), k), 2);
+        out = _mm_packus_epi16(out, out);
+      }
+      lo = blo;
+      if constexpr (W == 16) hi = bhi;
+      return out;
+    }
+  }
+};
+
+// The residual row (W signed 16-bit values) added to W prediction bytes with
+// signed saturation, packed back to bytes with saturation to 0..255.
+template <int W>
+HUX_INLINE __m128i add_residual(__m128i pred, const int16_t* res) {
+  const __m128i z = _mm_setzero_si128();
+  if constexpr (W == 16) {
+    const __m128i lo = _mm_adds_epi16(_mm_unpacklo_epi8(pred, z), loadu(res));
+    const __m128i hi = _mm_adds_epi16(_mm_unpackhi_epi8(pred, z), loadu(res + 8));
+    return _mm_packus_epi16(lo, hi);
+  } else {
+    __m128i r;
+    if constexpr (W == 8) r = loadu(res);
+    if constexpr (W == 4) r = load8(res);
+    if constexpr (W == 2) r = load4(res);
+    const __m128i s = _mm_adds_epi16(_mm_unpacklo_epi8(pred, z), r);
+    return _mm_packus_epi16(s, s);
+  }
+}
+
+}  // namespace detail
+using namespace detail;
+
+template <int W, int Mode, int Round, int Dx>
+HUX_INLINE void mc(const uint8_t* ref, int32_t rs, const int16_t* res, int32_t ress, uint8_t* dst, int32_t ds, int h) {
+  Rows<W, Mode, Round, Dx> p(ref, rs);
+  for (int y = 0; y < h; ++y) {
+    stw<W>(dst, add_residual<W>(p.next(), res));
+    dst = row(dst, ds, 1);
+    res = row(res, ress, 1);
+  }
+}
+
+template <int W, int ModeF, int ModeB, int Round, int Dx>
+HUX_INLINE void mc_b(const uint8_t* f, int32_t fs, const uint8_t* b, int32_t bs, const int16_t* res, int32_t ress,
+                     uint8_t* dst, int32_t ds, int h) {
+  Rows<W, ModeF, Round, Dx> pf(f, fs);
+  Rows<W, ModeB, Round, Dx> pb(b, bs);
+  for (int y = 0; y < h; ++y) {
+    stw<W>(dst, add_residual<W>(_mm_avg_epu8(pf.next(), pb.next()), res));
+    dst = row(dst, ds, 1);
+    res = row(res, ress, 1);
+  }
+}
+
+template <int W, int Mode, int Round>
+HUX_INLINE void copy_hp(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int h) {
+  Rows<W, Mode, Round, 1> p(src, ss);
+  for (int y = 0; y < h; ++y) {
+    stw<W>(dst, p.next());
+    dst = row(dst, ds, 1);
+  }
+}
+
+template <int W, int Mode, int Round>
+HUX_INLINE void avg_hp(const uint8_t* src, int32_t ss, const uint8_t* other, int32_t os, uint8_t* dst, int32_t ds,
+                       int h) {
+  Rows<W, Mode, Round, 1> p(src, ss);
+  for (int y = 0; y < h; ++y) {
+    stw<W>(dst, _mm_avg_epu8(p.next(), ldw<W>(other)));
+    other = row(other, os, 1);
+    dst = row(dst, ds, 1);
+  }
+}
+
+// One row at a time, so that rows overlapping through a short step see the
+// rows above them already updated, as in the reference.
+HUX_INLINE void add_const8x8(int16_t value, uint8_t* pic, int32_t ps) {
+  const __m128i v = _mm_set1_epi16(value), z = _mm_setzero_si128();
+  for (int y = 0; y < 8; ++y) {
+    uint8_t* p = row(pic, ps, y);
+    const __m128i s = _mm_adds_epi16(_mm_unpacklo_epi8(load8(p), z), v);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(s, s));
+  }
+}
+
+HUX_ME_MC_TABLES
+
+}  // namespace hux::me::sse2
