@@ -18,7 +18,7 @@ constexpr int hp_index(int32_t acc, int32_t rc) { return (rc & 1) + 2 * (acc & 3
 template <int W, int H, int Dx = 1>
 HuxResult mc(const uint8_t* ref, int32_t rs, const int16_t* res, int32_t ress, uint8_t* dst, int32_t ds,
              int32_t mcType, int32_t rc) {
-  if (!ref || !res || !dst) return huxErrNullPtr;
+  if (!ref | !res | !dst) return huxErrNullPtr;
   k::kMc<W, Dx>[mc_index(mcType, rc)](ref, rs, res, ress, dst, ds, H);
   return huxOk;
 }
@@ -26,7 +26,7 @@ HuxResult mc(const uint8_t* ref, int32_t rs, const int16_t* res, int32_t ress, u
 template <int W, int H, int Dx = 1>
 HuxResult mc_b(const uint8_t* f, int32_t fs, int32_t mcTypeF, const uint8_t* b, int32_t bs, int32_t mcTypeB,
                const int16_t* res, int32_t ress, uint8_t* dst, int32_t ds, int32_t rc) {
-  if (!f || !b || !res || !dst) return huxErrNullPtr;
+  if (!f | !b | !res | !dst) return huxErrNullPtr;
   k::kMcB<W, Dx>[mcb_index(mcTypeF, mcTypeB, rc)](f, fs, b, bs, res, ress, dst, ds, H);
   return huxOk;
 }
@@ -34,27 +34,32 @@ HuxResult mc_b(const uint8_t* f, int32_t fs, int32_t mcTypeF, const uint8_t* b, 
 // The eight half-sample copies of one width, inlined.
 template <int W, int H>
 HUX_INLINE void copy_hp(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int index) {
-  switch (index) {
-    case 0: case 1: return k::copy_hp<W, me::kInteger, 0>(src, ss, dst, ds, H);
+  // All eight values listed: the jump needs no range test.
+  switch (index & 7) {
+    case 0: return k::copy_hp<W, me::kInteger, 0>(src, ss, dst, ds, H);
+    case 1: return k::copy_hp<W, me::kInteger, 0>(src, ss, dst, ds, H);
     case 2: return k::copy_hp<W, me::kHorizontal, 0>(src, ss, dst, ds, H);
     case 3: return k::copy_hp<W, me::kHorizontal, 1>(src, ss, dst, ds, H);
     case 4: return k::copy_hp<W, me::kVertical, 0>(src, ss, dst, ds, H);
     case 5: return k::copy_hp<W, me::kVertical, 1>(src, ss, dst, ds, H);
     case 6: return k::copy_hp<W, me::kDiagonal, 0>(src, ss, dst, ds, H);
-    default: return k::copy_hp<W, me::kDiagonal, 1>(src, ss, dst, ds, H);
+    case 7: return k::copy_hp<W, me::kDiagonal, 1>(src, ss, dst, ds, H);
+    default: __builtin_unreachable();
   }
 }
 
 template <int W, int H>
 HuxResult copy_hp_export(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int32_t acc, int32_t rc) {
-  if (!src || !dst) return huxErrNullPtr;
-  copy_hp<W, H>(src, ss, dst, ds, hp_index(acc, rc));
+  if (!src | !dst) return huxErrNullPtr;
+  // The integer position, a plain copy, is taken before the jump table.
+  if ((acc & 3) == 0) k::copy_hp<W, me::kInteger, 0>(src, ss, dst, ds, H);
+  else copy_hp<W, H>(src, ss, dst, ds, hp_index(acc, rc));
   return huxOk;
 }
 
 template <int W, int H>
 HuxResult interpolate_average(const uint8_t* src, int32_t ss, uint8_t* pic, int32_t ps, int32_t acc, int32_t rc) {
-  if (!src || !pic) return huxErrNullPtr;
+  if (!src | !pic) return huxErrNullPtr;
   k::kAvg<W>[hp_index(acc, rc)](src, ss, pic, ps, pic, ps, H);
   return huxOk;
 }
@@ -124,13 +129,13 @@ HUX_API HuxResult HUX_STDCALL huxiCopy8x4HP_8u_C1R(const uint8_t* pSrc, int32_t 
 
 HUX_API HuxResult HUX_STDCALL huxiCopy16x16_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                                    int32_t dstStep) {
-  if (!pSrc || !pDst) return huxErrNullPtr;
+  if (!pSrc | !pDst) return huxErrNullPtr;
   k::copy_hp<16, me::kInteger, 0>(pSrc, srcStep, pDst, dstStep, 16);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiCopy8x8_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                                  int32_t dstStep) {
-  if (!pSrc || !pDst) return huxErrNullPtr;
+  if (!pSrc | !pDst) return huxErrNullPtr;
   k::copy_hp<8, me::kInteger, 0>(pSrc, srcStep, pDst, dstStep, 8);
   return huxOk;
 }
@@ -138,14 +143,14 @@ HUX_API HuxResult HUX_STDCALL huxiCopy8x8_8u_C1R(const uint8_t* pSrc, int32_t sr
 HUX_API HuxResult HUX_STDCALL huxiAdd8x8HP_16s8u_C1RS(const int16_t* pSrc1, int32_t src1Step, const uint8_t* pSrc2,
                                                       int32_t src2Step, uint8_t* pDst, int32_t dstStep, int32_t acc,
                                                       int32_t roundControl) {
-  if (!pSrc1 || !pSrc2 || !pDst) return huxErrNullPtr;
+  if (!pSrc1 | !pSrc2 | !pDst) return huxErrNullPtr;
   // The one-reference MC kernel at the position acc names.
   k::kMc<8>[2 * me::acc_mode(acc & 3) + (roundControl & 1)](pSrc2, src2Step, pSrc1, src1Step, pDst, dstStep, 8);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiAdd8x8_16s8u_C1IRS(const int16_t* pSrc, int32_t srcStep, uint8_t* pSrcDst,
                                                      int32_t srcDstStep) {
-  if (!pSrc || !pSrcDst) return huxErrNullPtr;
+  if (!pSrc | !pSrcDst) return huxErrNullPtr;
   k::mc<8, me::kInteger, 0, 1>(pSrcDst, srcDstStep, pSrc, srcStep, pSrcDst, srcDstStep, 8);
   return huxOk;
 }
@@ -157,25 +162,25 @@ HUX_API HuxResult HUX_STDCALL huxiAddC8x8_16s8u_C1IR(int16_t value, uint8_t* pSr
 
 HUX_API HuxResult HUX_STDCALL huxiAverage16x16_8u_C1R(const uint8_t* pSrc1, int32_t src1Step, const uint8_t* pSrc2,
                                                       int32_t src2Step, uint8_t* pDst, int32_t dstStep) {
-  if (!pSrc1 || !pSrc2 || !pDst) return huxErrNullPtr;
+  if (!pSrc1 | !pSrc2 | !pDst) return huxErrNullPtr;
   k::avg_hp<16, me::kInteger, 0>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, 16);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiAverage8x8_8u_C1R(const uint8_t* pSrc1, int32_t src1Step, const uint8_t* pSrc2,
                                                     int32_t src2Step, uint8_t* pDst, int32_t dstStep) {
-  if (!pSrc1 || !pSrc2 || !pDst) return huxErrNullPtr;
+  if (!pSrc1 | !pSrc2 | !pDst) return huxErrNullPtr;
   k::avg_hp<8, me::kInteger, 0>(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, 8);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiAverage16x16_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst,
                                                        int32_t srcDstStep) {
-  if (!pSrc || !pSrcDst) return huxErrNullPtr;
+  if (!pSrc | !pSrcDst) return huxErrNullPtr;
   k::avg_hp<16, me::kInteger, 0>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, 16);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiAverage8x8_8u_C1IR(const uint8_t* pSrc, int32_t srcStep, uint8_t* pSrcDst,
                                                      int32_t srcDstStep) {
-  if (!pSrc || !pSrcDst) return huxErrNullPtr;
+  if (!pSrc | !pSrcDst) return huxErrNullPtr;
   k::avg_hp<8, me::kInteger, 0>(pSrc, srcStep, pSrcDst, srcDstStep, pSrcDst, srcDstStep, 8);
   return huxOk;
 }

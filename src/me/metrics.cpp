@@ -18,7 +18,7 @@ constexpr bool exact_position(int32_t mcType) { return (mcType & ~12) == 0; }
 
 template <int W, int H>
 HuxResult satd(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, int32_t* out) {
-  if (!cur || !ref || !out) return huxErrNullPtr;
+  if (!cur | !ref | !out) return huxErrNullPtr;
   *out = k::satd<W, H>(cur, cs, ref, rs);
   return huxOk;
 }
@@ -34,17 +34,26 @@ HUX_INLINE int32_t by_position(int pos, F f) {
   }
 }
 
+// The half-sample positions stay out of line, so that the integer one, the
+// one a mode decision calls most, compiles without a stack frame.
+template <int W, int H>
+[[gnu::noinline]] HuxResult ssd_half(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, int32_t* out,
+                                     int pos) {
+  *out = by_position(pos, [&](auto m) { return k::ssd<W, H, decltype(m)::value>(cur, cs, ref, rs); });
+  return huxOk;
+}
 template <int W, int H>
 HuxResult ssd(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, int32_t* out, int32_t mcType) {
-  if (!cur || !ref || !out) return huxErrNullPtr;
-  *out = by_position(position(mcType), [&](auto m) { return k::ssd<W, H, decltype(m)::value>(cur, cs, ref, rs); });
+  if (!cur | !ref | !out) return huxErrNullPtr;
+  if (__builtin_expect((mcType & 12) != 0, 0)) return ssd_half<W, H>(cur, cs, ref, rs, out, position(mcType));
+  *out = k::ssd<W, H, me::kInteger>(cur, cs, ref, rs);
   return huxOk;
 }
 
 template <int H>
 HuxResult var_mean_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, int32_t* var, int32_t* mean,
                         int32_t mcType) {
-  if (!cur || !ref || !var || !mean) return huxErrNullPtr;
+  if (!cur | !ref | !var | !mean) return huxErrNullPtr;
   if (!exact_position(mcType)) return huxOk;
   by_position(position(mcType), [&](auto m) {
     k::var_mean_diff<H, decltype(m)::value>(cur, cs, ref, rs, var, mean);
@@ -55,14 +64,14 @@ HuxResult var_mean_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref, int3
 
 template <int N>
 HuxResult mean_abs_dev(const uint8_t* src, int32_t step, int32_t* out) {
-  if (!src || !out) return huxErrNullPtr;
+  if (!src | !out) return huxErrNullPtr;
   *out = k::mean_abs_dev<N>(src, step);
   return huxOk;
 }
 
 template <int W, int H, class T>
 HuxResult sub(const T* cur, int32_t cs, const T* ref, int32_t rs, int16_t* diff, int32_t ds) {
-  if (!cur || !ref || !diff) return huxErrNullPtr;
+  if (!cur | !ref | !diff) return huxErrNullPtr;
   k::sub<W, H, T>(cur, cs, ref, rs, diff, ds);
   return huxOk;
 }
@@ -71,7 +80,7 @@ HuxResult sub(const T* cur, int32_t cs, const T* ref, int32_t rs, int16_t* diff,
 template <int W, int H>
 HuxResult get_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, int16_t* diff, int32_t ds,
                    int16_t* pred, int32_t ps, int32_t mcType, int32_t rc) {
-  if (!cur || !ref || !diff) return huxErrNullPtr;
+  if (!cur | !ref | !diff) return huxErrNullPtr;
   k::kGetDiff<W>[4 * position(mcType) + 2 * (rc & 1) + (pred != nullptr)](cur, cs, ref, rs, diff, ds, pred, ps, H);
   return huxOk;
 }
@@ -79,7 +88,7 @@ HuxResult get_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t r
 template <int W, int H>
 HuxResult get_diff_b(const uint8_t* cur, int32_t cs, const uint8_t* f, int32_t fs, int32_t mcTypeF, const uint8_t* b,
                      int32_t bs, int32_t mcTypeB, int16_t* diff, int32_t ds, int32_t rc) {
-  if (!cur || !f || !b || !diff) return huxErrNullPtr;
+  if (!cur | !f | !b | !diff) return huxErrNullPtr;
   k::kGetDiffB<W>[2 * position(mcTypeF) + 8 * position(mcTypeB) + (rc & 1)](cur, cs, f, fs, b, bs, diff, ds, H);
   return huxOk;
 }
@@ -87,7 +96,7 @@ HuxResult get_diff_b(const uint8_t* cur, int32_t cs, const uint8_t* f, int32_t f
 // The difference output is optional.
 template <int N, class T, class S>
 HuxResult sums_diff(const T* cur, int32_t cs, const T* pred, int32_t ps, S* sums, int16_t* diff) {
-  if (!cur || !pred || !sums) return huxErrNullPtr;
+  if (!cur | !pred | !sums) return huxErrNullPtr;
   k::sums_diff<N, T, S>(cur, cs, pred, ps, sums, diff);
   return huxOk;
 }
@@ -112,14 +121,14 @@ HUX_SATD(4, 4)
 
 HUX_API HuxResult HUX_STDCALL huxiSAT8x8D_8u32s_C1R(const uint8_t* pSrcCur, int32_t srcCurStep, const uint8_t* pSrcRef,
                                                     int32_t srcRefStep, int32_t* pDst) {
-  if (!pSrcCur || !pSrcRef || !pDst) return huxErrNullPtr;
+  if (!pSrcCur | !pSrcRef | !pDst) return huxErrNullPtr;
   *pDst = k::sat8x8d(pSrcCur, srcCurStep, pSrcRef, srcRefStep);
   return huxOk;
 }
 // The one function of the family with element steps: doubled to bytes.
 HUX_API HuxResult HUX_STDCALL huxiSAT8x8D_16u32s_C1R(const uint16_t* pSrcCur, int32_t srcCurStep,
                                                      const uint16_t* pSrcRef, int32_t srcRefStep, int32_t* pDst) {
-  if (!pSrcCur || !pSrcRef || !pDst) return huxErrNullPtr;
+  if (!pSrcCur | !pSrcRef | !pDst) return huxErrNullPtr;
   const auto bytes = [](int32_t s) { return static_cast<int32_t>(static_cast<uint32_t>(s) * 2u); };
   *pDst = k::sat8x8d(pSrcCur, bytes(srcCurStep), pSrcRef, bytes(srcRefStep));
   return huxOk;
@@ -135,14 +144,14 @@ HUX_API HuxResult HUX_STDCALL huxiSSD4x4_8u32s_C1R(const uint8_t* pSrcCur, int32
 }
 HUX_API HuxResult HUX_STDCALL huxiSqrDiff16x16_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
                                                      int32_t refStep, int32_t mcType, int32_t* pSqrDiff) {
-  if (!pSrc || !pRef || !pSqrDiff) return huxErrNullPtr;
+  if (!pSrc | !pRef | !pSqrDiff) return huxErrNullPtr;
   if (!exact_position(mcType)) return huxOk;
   return ssd<16, 16>(pSrc, srcStep, pRef, refStep, pSqrDiff, mcType);
 }
 HUX_API HuxResult HUX_STDCALL huxiSqrDiff16x16B_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRefF,
                                                       int32_t refStepF, int32_t mcTypeF, const uint8_t* pRefB,
                                                       int32_t refStepB, int32_t mcTypeB, int32_t* pSqrDiff) {
-  if (!pSrc || !pRefF || !pRefB || !pSqrDiff) return huxErrNullPtr;
+  if (!pSrc | !pRefF | !pRefB | !pSqrDiff) return huxErrNullPtr;
   *pSqrDiff = by_position(position(mcTypeF), [&](auto f) {
     return by_position(position(mcTypeB), [&](auto b) {
       return k::sqr_diff_b<decltype(f)::value, decltype(b)::value>(pSrc, srcStep, pRefF, refStepF, pRefB, refStepB);
@@ -163,19 +172,19 @@ HUX_API HuxResult HUX_STDCALL huxiVarMeanDiff16x8_8u32s_C1R(const uint8_t* pSrc,
 }
 
 HUX_API HuxResult HUX_STDCALL huxiVariance16x16_8u32s(const uint8_t* pSrc, int32_t srcStep, int32_t* pVar) {
-  if (!pSrc || !pVar) return huxErrNullPtr;
+  if (!pSrc | !pVar) return huxErrNullPtr;
   *pVar = static_cast<int32_t>(k::variance16x16(pSrc, srcStep));
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiVarSum8x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, int32_t* pVar,
                                                       int32_t* pSum) {
-  if (!pSrc || !pVar || !pSum) return huxErrNullPtr;
+  if (!pSrc | !pVar | !pSum) return huxErrNullPtr;
   k::var_sum8x8(pSrc, srcStep, pVar, pSum);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiVarSum8x8_16s32s_C1R(const int16_t* pSrc, int32_t srcStep, int32_t* pVar,
                                                        int32_t* pSum) {
-  if (!pSrc || !pVar || !pSum) return huxErrNullPtr;
+  if (!pSrc | !pVar | !pSum) return huxErrNullPtr;
   k::var_sum8x8(pSrc, srcStep, pVar, pSum);
   return huxOk;
 }
@@ -186,21 +195,21 @@ HUX_API HuxResult HUX_STDCALL huxiMeanAbsDev8x8_8u32s_C1R(const uint8_t* pSrc, i
   return mean_abs_dev<8>(pSrc, srcStep, pDst);
 }
 HUX_API HuxResult HUX_STDCALL huxiCountZeros8x8_16s_C1(const int16_t* pSrc, int32_t* pCount) {
-  if (!pSrc || !pCount) return huxErrNullPtr;
+  if (!pSrc | !pCount) return huxErrNullPtr;
   *pCount = k::count_zeros(pSrc);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiEdgesDetect16x16_8u_C1R(const uint8_t* pSrc, int32_t srcStep,
                                                           uint8_t edgePelDifference, uint8_t edgePelCount,
                                                           uint8_t* pRes) {
-  if (!pSrc || !pRes) return huxErrNullPtr;
+  if (!pSrc | !pRes) return huxErrNullPtr;
   *pRes = k::edges(pSrc, srcStep, edgePelDifference, edgePelCount);
   return huxOk;
 }
 HUX_API HuxResult HUX_STDCALL huxiEdgesDetect16x16_16u_C1R(const uint16_t* pSrc, int32_t srcStep,
                                                            uint16_t edgePelDifference, uint16_t edgePelCount,
                                                            uint8_t* pRes) {
-  if (!pSrc || !pRes) return huxErrNullPtr;
+  if (!pSrc | !pRes) return huxErrNullPtr;
   *pRes = k::edges(pSrc, srcStep, edgePelDifference, edgePelCount);
   return huxOk;
 }

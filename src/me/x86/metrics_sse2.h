@@ -23,7 +23,10 @@ HUX_INLINE __m128i abs32(__m128i x) {
   const __m128i s = _mm_srai_epi32(x, 31);
   return _mm_sub_epi32(_mm_xor_si128(x, s), s);
 }
-HUX_INLINE __m128i maxabs16(__m128i a, __m128i b) { return _mm_max_epi16(abs16(a), abs16(b)); }
+// max(|a|, |b|) = max(max(a, b), -min(a, b)): four operations.
+HUX_INLINE __m128i maxabs16(__m128i a, __m128i b) {
+  return _mm_max_epi16(_mm_max_epi16(a, b), _mm_sub_epi16(_mm_setzero_si128(), _mm_min_epi16(a, b)));
+}
 // Sum of eight unsigned 16-bit lanes.
 HUX_INLINE int32_t hsum_u16(__m128i v) {
   const __m128i z = _mm_setzero_si128();
@@ -134,6 +137,8 @@ HUX_INLINE int32_t satd(const uint8_t* cur, int32_t cs, const uint8_t* ref, int3
     }
     acc = satd_8x4(d[0], d[1], d[2], d[3]);
   } else {
+    // Rolled: unrolled, the 16-wide bands are interleaved with spills.
+#pragma GCC unroll 1
     for (int y = 0; y < H; y += 4) {
       if constexpr (W == 16) {
         __m128i lo[4], hi[4];
@@ -194,7 +199,7 @@ template <int W, int H, int Mode>
 HUX_INLINE int32_t ssd(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs) {
   Rows<W, Mode, 0, 1> p(ref, rs);
   __m128i acc = _mm_setzero_si128();
-  for (int y = 0; y < H; ++y) acc = _mm_add_epi32(acc, square_sum<W>(ldw<W>(row(cur, cs, y)), p.next()));
+  for (int y = 0; y < H; ++y) acc = _mm_add_epi32(acc, square_sum<W>(ldw<W>(row(cur, cs, y)), p.next(y)));
   return hsum32(acc);
 }
 
@@ -204,7 +209,7 @@ HUX_INLINE int32_t sqr_diff_b(const uint8_t* cur, int32_t cs, const uint8_t* f, 
   Rows<16, ModeF, 0, 1> pf(f, fs);
   Rows<16, ModeB, 0, 1> pb(b, bs);
   __m128i acc = _mm_setzero_si128();
-  for (int y = 0; y < 16; ++y) acc = _mm_add_epi32(acc, square_sum<16>(loadu(row(cur, cs, y)), _mm_avg_epu8(pf.next(), pb.next())));
+  for (int y = 0; y < 16; ++y) acc = _mm_add_epi32(acc, square_sum<16>(loadu(row(cur, cs, y)), _mm_avg_epu8(pf.next(y), pb.next(y))));
   return hsum32(acc);
 }
 
@@ -217,7 +222,7 @@ HUX_INLINE void var_mean_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref
     __m128i sl = _mm_setzero_si128(), sh = sl, ql = sl, qh = sl;
     for (int y = 8 * band; y < 8 * band + 8; ++y) {
       __m128i lo, hi;
-      diff_rows<16>(loadu(row(cur, cs, y)), p.next(), lo, hi);
+      diff_rows<16>(loadu(row(cur, cs, y)), p.next(y), lo, hi);
       sl = _mm_add_epi16(sl, lo);
       sh = _mm_add_epi16(sh, hi);
       ql = _mm_add_epi32(ql, _mm_madd_epi16(lo, lo));
@@ -233,16 +238,22 @@ HUX_INLINE void var_mean_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref
 }
 
 HUX_INLINE uint32_t variance16x16(const uint8_t* src, int32_t step) {
+  // Independent accumulators for the two halves keep the additions from
+  // forming one chain.
   const __m128i z = _mm_setzero_si128();
-  __m128i s = z, q = z;
+  __m128i s = z, q0 = z, q1 = z;
+  // Unrolled in full, the loop is scheduled with spills.
+#pragma GCC unroll 4
   for (int y = 0; y < 16; ++y) {
-    const __m128i v = loadu(row(src, step, y));
+    const __m128i v = loadu(src);
+    src = row(src, step, 1);
     s = _mm_add_epi32(s, _mm_sad_epu8(v, z));
     const __m128i l = lo16(v), h = hi16(v);
-    q = _mm_add_epi32(q, _mm_add_epi32(_mm_madd_epi16(l, l), _mm_madd_epi16(h, h)));
+    q0 = _mm_add_epi32(q0, _mm_madd_epi16(l, l));
+    q1 = _mm_add_epi32(q1, _mm_madd_epi16(h, h));
   }
   const uint32_t sum = static_cast<uint32_t>(hsum64(s));
-  return static_cast<uint32_t>(hsum32(q)) - ((sum * sum) >> 8);
+  return static_cast<uint32_t>(hsum32(_mm_add_epi32(q0, q1))) - ((sum * sum) >> 8);
 }
 
 template <class T>
@@ -364,7 +375,7 @@ HUX_INLINE void get_diff(const uint8_t* cur, int32_t cs, const uint8_t* ref, int
                          int16_t* pred, int32_t ps, int h) {
   Rows<W, Mode, Round, 1> p(ref, rs);
   for (int y = 0; y < h; ++y) {
-    const __m128i pv = p.next();
+    const __m128i pv = p.next(y);
     __m128i lo, hi;
     diff_rows<W>(ldw<W>(row(cur, cs, y)), pv, lo, hi);
     store_diff<W>(row(diff, ds, y), lo, hi);
@@ -379,7 +390,7 @@ HUX_INLINE void get_diff_b(const uint8_t* cur, int32_t cs, const uint8_t* f, int
   Rows<W, ModeB, Round, 1> pb(b, bs);
   for (int y = 0; y < h; ++y) {
     __m128i lo, hi;
-    diff_rows<W>(ldw<W>(row(cur, cs, y)), _mm_avg_epu8(pf.next(), pb.next()), lo, hi);
+    diff_rows<W>(ldw<W>(row(cur, cs, y)), _mm_avg_epu8(pf.next(y), pb.next(y)), lo, hi);
     store_diff<W>(row(diff, ds, y), lo, hi);
   }
 }

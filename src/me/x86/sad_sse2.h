@@ -31,26 +31,21 @@ inline int32_t hsum32(__m128i v) {
 
 // Exact (a + b + c + d + 2) >> 2 for 16 bytes, given the horizontal pair sums
 // of two rows as 16-bit halves.
-// Round 1 gives (a + b + c + d + 1) >> 2 instead.
-template <int Round = 0>
 inline __m128i diag_from_pairs(__m128i top_lo, __m128i top_hi, __m128i bot_lo, __m128i bot_hi) {
-  const __m128i two = _mm_set1_epi16(2 - Round);
+  const __m128i two = _mm_set1_epi16(2);
   const __m128i lo = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(top_lo, bot_lo), two), 2);
   const __m128i hi = _mm_srli_epi16(_mm_add_epi16(_mm_add_epi16(top_hi, bot_hi), two), 2);
   return _mm_packus_epi16(lo, hi);
 }
-// Sums of each sample and its horizontal neighbour Dx bytes to the right.
-template <int Dx = 1>
 inline void pair_sums16(const uint8_t* p, __m128i& lo, __m128i& hi) {
   const __m128i z = _mm_setzero_si128();
-  const __m128i a = loadu(p), b = loadu(p + Dx);
+  const __m128i a = loadu(p), b = loadu(p + 1);
   lo = _mm_add_epi16(_mm_unpacklo_epi8(a, z), _mm_unpacklo_epi8(b, z));
   hi = _mm_add_epi16(_mm_unpackhi_epi8(a, z), _mm_unpackhi_epi8(b, z));
 }
-template <int Dx = 1>
 inline void pair_sums8(const uint8_t* p, __m128i& s) {
   const __m128i z = _mm_setzero_si128();
-  s = _mm_add_epi16(_mm_unpacklo_epi8(load8(p), z), _mm_unpacklo_epi8(load8(p + Dx), z));
+  s = _mm_add_epi16(_mm_unpacklo_epi8(load8(p), z), _mm_unpacklo_epi8(load8(p + 1), z));
 }
 
 template <int H, int Mode, bool Aligned>
