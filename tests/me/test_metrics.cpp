@@ -170,12 +170,13 @@ const Known kHand[] = {
      {16, 16, 16, 16, 16, 16, 16, 4080}},
     // 8x8 Hadamard sums: a single difference of 1 gives 64, a flat 255 gives
     // the DC 64 x 255; word samples 40000 against 0 wrap to -25536, and the
-    // element step 8 is one row of the contiguous block.
+    // element step 8 is one row of the contiguous block (the last sample is
+    // read only when the steps are taken as elements).
     {"sat8x8d_scale_and_word_wrap", [] {
        std::vector<uint8_t> z(64, 0), one(64, 0), flat(64, 255);
        one[63] = 1;
        std::vector<uint16_t> w(64, 0), wz(64, 0);
-       w[9] = 40000;
+       w[63] = 40000;
        int32_t a = -1, b = -1, c = -1;
        EXPECT_EQ(huxiSAT8x8D_8u32s_C1R(one.data(), 8, z.data(), 8, &a), huxOk);
        EXPECT_EQ(huxiSAT8x8D_8u32s_C1R(flat.data(), 8, z.data(), 8, &b), huxOk);
