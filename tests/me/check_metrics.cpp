@@ -135,7 +135,7 @@ void sums(Trial& t) {
   auto c = t.rows<T>(N, N, steps), p = t.rows<T>(N, N, steps);
   const int32_t odd = sizeof(T) > 1 ? t.pick(2) : 0;
   int16_t* diff = t.index() % 5 != 4 ? t.buf<int16_t>(N * N) : nullptr;
-  t.compare(wxh(N, N) + (sizeof(T) > 1 ? "/16u" : ""), &me::ref::sums_diff<N, T, S>,
+  t.compare("sums" + wxh(N, N) + (sizeof(T) > 1 ? "/16u" : ""), &me::ref::sums_diff<N, T, S>,
             &me::sse2::sums_diff<N, T, S>, c.p, c.step + odd, p.p, p.step + odd, t.buf<S>(N * N / 16), diff);
 }
 HUX_CHECK(me, differences, 256) {
