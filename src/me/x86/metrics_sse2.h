@@ -199,6 +199,7 @@ template <int W, int H, int Mode>
 HUX_INLINE int32_t ssd(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs) {
   Rows<W, Mode, 0, 1> p(ref, rs);
   __m128i acc = _mm_setzero_si128();
+#pragma GCC unroll 4
   for (int y = 0; y < H; ++y) acc = _mm_add_epi32(acc, square_sum<W>(ldw<W>(row(cur, cs, y)), p.next(y)));
   return hsum32(acc);
 }
@@ -209,6 +210,7 @@ HUX_INLINE int32_t sqr_diff_b(const uint8_t* cur, int32_t cs, const uint8_t* f, 
   Rows<16, ModeF, 0, 1> pf(f, fs);
   Rows<16, ModeB, 0, 1> pb(b, bs);
   __m128i acc = _mm_setzero_si128();
+#pragma GCC unroll 4
   for (int y = 0; y < 16; ++y) acc = _mm_add_epi32(acc, square_sum<16>(loadu(row(cur, cs, y)), _mm_avg_epu8(pf.next(y), pb.next(y))));
   return hsum32(acc);
 }
