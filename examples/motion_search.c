@@ -1,14 +1,21 @@
-/* Full-search block-matching motion estimation with huxvc's block SADs.
+/* A small block-matching motion estimator on huxvc's metrics and motion
+ * compensation.
  *
  *   motion_search                         synthetic frames with a known motion field
  *   motion_search cur.y ref.y width height  two raw 8-bit luma frames
  *
  * Each 16x16 macroblock of the current frame is searched over +-8 samples in
  * the reference: one huxiSAD16x16xNI_8u16u_C1R call scores a row of 16
- * candidates and names the best, then the eight half-sample neighbours of the
- * winner are scored with huxiSAD16x16_8u32s, and each 8x8 quarter is refined
- * the same way with huxiSAD8x8_8u32s_C1R. Only the public header is used. */
+ * candidates and names the best. The sub-sample decision is made on SATD: the
+ * half-sample prediction of each of the winner's eight neighbours is formed
+ * with huxiCopy16x16HP_8u_C1R and scored with huxiSATD16x16_8u32s_C1R, and each
+ * 8x8 quarter is refined the same way (huxiCopy8x8HP_8u_C1R,
+ * huxiSATD8x8_8u32s_C1R). The motion-compensated prediction of the frame is
+ * then built quarter by quarter with huxiMC8x8_8u_C1 (a zero residual), and its
+ * PSNR against the current frame is reported with the time per frame. Only
+ * the public header is used. */
 #define _POSIX_C_SOURCE 199309L
+#include <math.h>
 #include <stddef.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -27,7 +34,7 @@ typedef struct {
 
 typedef struct {
   int x, y; /* half-sample units */
-  int32_t sad;
+  int32_t sad; /* SAD after the integer search, SATD after refinement */
 } Vector;
 
 static int plane_alloc(Plane* p, int width, int height) {
@@ -63,26 +70,39 @@ static int predicted(const Plane* ref, int x, int y, int mvx, int mvy) {
   return p[0];
 }
 
-static int32_t sad_at(const Plane* cur, const Plane* ref, int bx, int by, int size, int mvx, int mvy) {
+/* The reference block a half-sample vector points at, and the selectors that
+ * name its position: acc for the copies (1 horizontal, 2 vertical) and mcType
+ * for motion compensation (8 horizontal, 4 vertical). */
+static const uint8_t* ref_block(const Plane* ref, int bx, int by, int mvx, int mvy) {
+  return ref->px + (ptrdiff_t)(by + (mvy >> 1)) * ref->stride + bx + (mvx >> 1);
+}
+static int32_t acc_of(int mvx, int mvy) { return (mvx & 1) | ((mvy & 1) << 1); }
+static int32_t mctype_of(int mvx, int mvy) { return ((mvx & 1) << 3) | ((mvy & 1) << 2); }
+
+/* SATD of a block against its half-sample prediction (halves rounded up). */
+static int32_t satd_at(const Plane* cur, const Plane* ref, int bx, int by, int size, int mvx, int mvy) {
+  uint8_t pred[16 * 16];
   const uint8_t* c = cur->px + (ptrdiff_t)by * cur->stride + bx;
-  const uint8_t* r = ref->px + (ptrdiff_t)(by + (mvy >> 1)) * ref->stride + bx + (mvx >> 1);
-  const int32_t mc = ((mvx & 1) ? 8 : 0) | ((mvy & 1) ? 4 : 0);
-  int32_t sad = 0;
-  if (size == 16)
-    huxiSAD16x16_8u32s(c, cur->stride, r, ref->stride, &sad, mc);
-  else
-    huxiSAD8x8_8u32s_C1R(c, cur->stride, r, ref->stride, &sad, mc);
-  return sad;
+  const uint8_t* r = ref_block(ref, bx, by, mvx, mvy);
+  int32_t satd = 0;
+  if (size == 16) {
+    huxiCopy16x16HP_8u_C1R(r, ref->stride, pred, 16, acc_of(mvx, mvy), 0);
+    huxiSATD16x16_8u32s_C1R(c, cur->stride, pred, 16, &satd);
+  } else {
+    huxiCopy8x8HP_8u_C1R(r, ref->stride, pred, 8, acc_of(mvx, mvy), 0);
+    huxiSATD8x8_8u32s_C1R(c, cur->stride, pred, 8, &satd);
+  }
+  return satd;
 }
 
-/* Best of the eight half-sample neighbours of v (and v itself). */
+/* Best of the eight half-sample neighbours of v (and v itself), on SATD. */
 static Vector refine(const Plane* cur, const Plane* ref, int bx, int by, int size, Vector v) {
   Vector best = v;
   int dx, dy;
-  best.sad = sad_at(cur, ref, bx, by, size, v.x, v.y);
+  best.sad = satd_at(cur, ref, bx, by, size, v.x, v.y);
   for (dy = -1; dy <= 1; ++dy)
     for (dx = -1; dx <= 1; ++dx) {
-      const int32_t s = sad_at(cur, ref, bx, by, size, v.x + dx, v.y + dy);
+      const int32_t s = (dx || dy) ? satd_at(cur, ref, bx, by, size, v.x + dx, v.y + dy) : best.sad;
       if (s < best.sad) {
         best.x = v.x + dx;
         best.y = v.y + dy;
@@ -117,9 +137,11 @@ static double now_ms(void) {
   return (double)t.tv_sec * 1e3 + (double)t.tv_nsec / 1e6;
 }
 
-/* Estimates the whole field; returns the number of 8x8 quarters whose own
- * refined vector differs from their macroblock's. */
-static int estimate(const Plane* cur, const Plane* ref, Vector* field) {
+/* Estimates the whole field (one vector per macroblock, one per 8x8 quarter)
+ * and builds the motion-compensated prediction of the current frame; returns
+ * the number of quarters whose own vector differs from their macroblock's. */
+static int estimate(const Plane* cur, const Plane* ref, Vector* field, Plane* pred) {
+  static const int16_t zero[8 * 8];
   const int mbw = cur->width / kMb, mbh = cur->height / kMb;
   int mx, my, q, split = 0;
   for (my = 0; my < mbh; ++my)
@@ -127,11 +149,28 @@ static int estimate(const Plane* cur, const Plane* ref, Vector* field) {
       Vector v = refine(cur, ref, mx * kMb, my * kMb, 16, search(cur, ref, mx * kMb, my * kMb));
       field[my * mbw + mx] = v;
       for (q = 0; q < 4; ++q) {
-        const Vector s = refine(cur, ref, mx * kMb + (q & 1) * 8, my * kMb + (q >> 1) * 8, 8, v);
+        const int bx = mx * kMb + (q & 1) * 8, by = my * kMb + (q >> 1) * 8;
+        const Vector s = refine(cur, ref, bx, by, 8, v);
         split += s.x != v.x || s.y != v.y;
+        huxiMC8x8_8u_C1(ref_block(ref, bx, by, s.x, s.y), ref->stride, zero, 16,
+                        pred->px + (ptrdiff_t)by * pred->stride + bx, pred->stride, mctype_of(s.x, s.y), 0);
       }
     }
   return split;
+}
+
+/* PSNR of the prediction against the current frame over the macroblocks;
+ * a negative value when the two are identical. */
+static double psnr(const Plane* cur, const Plane* pred) {
+  const int w = cur->width / kMb * kMb, h = cur->height / kMb * kMb;
+  double sse = 0.0;
+  int x, y;
+  for (y = 0; y < h; ++y)
+    for (x = 0; x < w; ++x) {
+      const int d = cur->px[(ptrdiff_t)y * cur->stride + x] - pred->px[(ptrdiff_t)y * pred->stride + x];
+      sse += (double)(d * d);
+    }
+  return sse == 0.0 ? -1.0 : 10.0 * log10(255.0 * 255.0 * (double)w * (double)h / sse);
 }
 
 static uint32_t lcg(uint32_t* s) {
@@ -204,7 +243,8 @@ int main(int argc, char** argv) {
   const int synthetic = argc < 5;
   const int width = synthetic ? 352 : atoi(argv[3]);
   const int height = synthetic ? 288 : atoi(argv[4]);
-  Plane cur, ref;
+  Plane cur, ref, pred;
+  double quality;
   Vector *field, *truth;
   int mbw, mbh, i, matched = 0, split = 0, runs;
   double t0, ms;
@@ -219,7 +259,8 @@ int main(int argc, char** argv) {
   }
   mbw = width / kMb;
   mbh = height / kMb;
-  if (!plane_alloc(&cur, width, height) || !plane_alloc(&ref, width, height)) return 1;
+  if (!plane_alloc(&cur, width, height) || !plane_alloc(&ref, width, height) || !plane_alloc(&pred, width, height))
+    return 1;
   field = (Vector*)calloc((size_t)(mbw * mbh), sizeof(Vector));
   truth = (Vector*)calloc((size_t)(mbw * mbh), sizeof(Vector));
   if (!field || !truth) return 1;
@@ -233,24 +274,30 @@ int main(int argc, char** argv) {
     return 1;
   }
 
-  split = estimate(&cur, &ref, field);
+  split = estimate(&cur, &ref, field, &pred);
+  quality = psnr(&cur, &pred);
   runs = 0;
   t0 = now_ms();
   do {
-    estimate(&cur, &ref, field);
+    estimate(&cur, &ref, field, &pred);
     ++runs;
   } while (now_ms() - t0 < 200.0);
   ms = (now_ms() - t0) / runs;
 
   print_field(field, mbw, mbh);
   printf("8x8 quarters preferring another half-sample vector: %d of %d\n", split, 4 * mbw * mbh);
+  if (quality < 0.0)
+    printf("prediction PSNR: identical to the current frame\n");
+  else
+    printf("prediction PSNR: %.2f dB\n", quality);
   if (synthetic) {
     for (i = 0; i < mbw * mbh; ++i) matched += field[i].x == truth[i].x && field[i].y == truth[i].y;
     printf("recovered %d of %d macroblock vectors exactly\n", matched, mbw * mbh);
   }
-  printf("time per frame: %.3f ms (%d macroblocks, %d runs)\n", ms, mbw * mbh, runs);
+  printf("time per frame: %.3f ms, search and prediction (%d macroblocks, %d runs)\n", ms, mbw * mbh, runs);
   free(cur.mem);
   free(ref.mem);
+  free(pred.mem);
   free(field);
   free(truth);
   return synthetic && matched != mbw * mbh ? 1 : 0;

@@ -16,14 +16,17 @@ enum HalfPel : int { kInteger = 0, kVertical = 1, kHorizontal = 2, kDiagonal = 3
 
 namespace ref {
 
-// The reference sample the current sample at (x, y) is compared with.
-template <int Mode>
+// The reference sample the current sample at (x, y) is compared with, or
+// the motion-compensated prediction of it: Round 1 takes halves down instead
+// of up, and Dx is the distance of the horizontal neighbour (2 on rows of
+// interleaved chroma pairs).
+template <int Mode, int Round = 0, int Dx = 1>
 inline int32_t ref_sample8(const uint8_t* r, int32_t step, int x, int y) {
   const uint8_t* p = row(r, step, y) + x;
   if constexpr (Mode == kInteger) return p[0];
-  if constexpr (Mode == kVertical) return (p[0] + row(p, step, 1)[0] + 1) >> 1;
-  if constexpr (Mode == kHorizontal) return (p[0] + p[1] + 1) >> 1;
-  if constexpr (Mode == kDiagonal) return (p[0] + p[1] + row(p, step, 1)[0] + row(p, step, 1)[1] + 2) >> 2;
+  if constexpr (Mode == kVertical) return (p[0] + row(p, step, 1)[0] + 1 - Round) >> 1;
+  if constexpr (Mode == kHorizontal) return (p[0] + p[Dx] + 1 - Round) >> 1;
+  if constexpr (Mode == kDiagonal) return (p[0] + p[Dx] + row(p, step, 1)[0] + row(p, step, 1)[Dx] + 2 - Round) >> 2;
 }
 
 // 16-bit samples: the interpolating additions saturate at 65535, rounding
