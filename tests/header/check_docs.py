@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Every export and header-only helper is documented: the declaration is directly preceded by a
 /** ... */ block holding @brief, one @param per argument (and none for a name it does not take),
+(a block may take its details from a sibling's with @copydoc or @copydetails, as doxygen does),
 and, unless it returns void, at least one @retval naming a status (HuxResult functions) or a
 @return / @retval (others). Needs nothing but Python; the doxygen test checks the same and more
 when doxygen is installed.
@@ -42,7 +43,13 @@ def main(paths):
     statuses = set()
     for t in texts.values():
         statuses.update(re.findall(r"^\s*(hux(?:Ok|Err\w+|Wrn\w+)) = -?\d+", t, re.M))
-    problems, count = [], 0
+    problems, count, docs = [], 0, {}
+    for text in texts.values():
+        lines = text.split("\n")
+        for i, line in enumerate(lines):
+            m = EXPORT.match(line)
+            if m:
+                docs[m.group(2)] = doc_before(lines, i) or ""
     for path, text in texts.items():
         lines = text.split("\n")
         for i, line in enumerate(lines):
@@ -67,6 +74,8 @@ def main(paths):
                 continue
             if "@brief" not in doc:
                 problems.append(f"{where}: no @brief")
+            for source in re.findall(r"@copy(?:doc|details)\s+(\w+)", doc):
+                doc += "\n" + docs.get(source, "")
             documented = re.findall(r"@param(?:\[[a-z,]+\])?\s+(\w+)", doc)
             want = arg_names(args)
             for a in want:
