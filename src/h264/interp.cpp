@@ -221,7 +221,14 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSr
   if (!pSrc | !pDst) return huxErrNullPtr;
   if (luma_frac_bad(dx, dy)) return huxErrBadArg;
   if (luma_size_bad(roi.width, roi.height)) return huxErrSize;
-  kLuma[luma_class(roi.width)][dy * 4 + dx](pSrc, srcStep, pDst, dstStep, roi.height);
+  const int c = luma_class(roi.width);
+  if ((dx | dy) == 0) {  // the full-sample copy, without the indirect call
+    if (c == 1) k::luma<8, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
+    else if (c == 0) k::luma<4, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
+    else k::luma<16, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
+    return huxOk;
+  }
+  kLuma[c][dy * 4 + dx](pSrc, srcStep, pDst, dstStep, roi.height);
   return huxOk;
 }
 

@@ -112,6 +112,40 @@ HUX_INLINE void centre_pass1(const uint8_t* p, intptr_t s, int16_t* tmp, int h) 
   }
 }
 
+// Vertical half samples of 8- and 16-wide blocks, in strips of 8 columns
+// with the widened rows held in a sliding window, two rows a step; with
+// DY 1 or 3 averaged with the integer row above or below (n, d).
+template <int W, int DY>
+HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
+  const __m128i z = _mm_setzero_si128();
+  for (int c = 0; c < W; c += 8) {
+    const uint8_t* p = src + c;
+    uint8_t* o = dst + c;
+    auto ld = [&](intptr_t r) { return _mm_unpacklo_epi8(load8(p + r * s), z); };
+    __m128i r0 = ld(-2), r1 = ld(-1), r2 = ld(0), r3 = ld(1), r4 = ld(2);
+    for (int y = 0; y < h; y += 2, p += 2 * s, o += 2 * d) {
+      const __m128i r5 = ld(3), r6 = ld(4);
+      __m128i v = half({tap6(_mm_add_epi16(r0, r5), _mm_add_epi16(r1, r4), _mm_add_epi16(r2, r3)),
+                        tap6(_mm_add_epi16(r1, r6), _mm_add_epi16(r2, r5), _mm_add_epi16(r3, r4))});
+      if constexpr (DY == 1) v = _mm_avg_epu8(v, _mm_packus_epi16(r2, r3));
+      if constexpr (DY == 3) v = _mm_avg_epu8(v, _mm_packus_epi16(r3, r4));
+      _mm_storel_epi64(reinterpret_cast<__m128i*>(o), v);
+      _mm_storeh_pd(reinterpret_cast<double*>(o + d), _mm_castsi128_pd(v));
+      r0 = r2, r1 = r3, r2 = r4, r3 = r5, r4 = r6;
+    }
+  }
+}
+
+template <int W>
+HUX_INLINE void copy(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
+  for (int y = 0; y < h; y += 4, src += 4 * s, dst += 4 * d)
+    for (int i = 0; i < 4; ++i) {
+      if constexpr (W == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i * d), loadu(src + i * s));
+      else if constexpr (W == 8) _mm_storel_epi64(reinterpret_cast<__m128i*>(dst + i * d), load8(src + i * s));
+      else hux::store<int32_t>(dst + i * d, hux::load<int32_t>(src + i * s));
+    }
+}
+
 }  // namespace ip
 
 // Luma kernel for one quarter position and width class.
@@ -122,11 +156,13 @@ void luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, in
   const intptr_t s = srcStep, d = dstStep;
   if constexpr ((DX == 2 && DY != 0) || (DY == 2 && DX != 0)) {
     alignas(16) int16_t tmp[W * (16 + 5) + 16];
+    alignas(16) uint8_t vh[W * 16];
     for (int y0 = 0; y0 < height; y0 += 16) {  // in bands of at most 16 rows
       const int h = std::min(16, height - y0);
       const uint8_t* p = src + y0 * s;
       uint8_t* o = dst + y0 * d;
       centre_pass1<W>(p, s, tmp, h);
+      if constexpr ((DX == 1 || DX == 3) && W > 4) vertical<W, 2>(p + (DX == 3), s, vh, W, h);
       for (int y = 0; y < h; y += R, p += R * s, o += R * d) {
         const int16_t* t = tmp + W * y;
         auto tk = [&](int k, int g) { return loadu(t + W * k + 8 * g); };
@@ -136,11 +172,16 @@ void luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, in
           constexpr int k = DY == 1 ? 2 : 3;
           j = _mm_avg_epu8(j, half({tk(k, 0), tk(k, 1)}));
         } else if constexpr (DX == 1 || DX == 3) {  // i, k: with the vertical half of column x or x + 1
-          j = _mm_avg_epu8(j, vhalf<W>(p + (DX == 3), s));
+          if constexpr (W == 4) j = _mm_avg_epu8(j, vhalf<W>(p + (DX == 3), s));
+          else j = _mm_avg_epu8(j, unit<W>(vh + W * y, W));
         }
         store_unit<W>(o, d, j);
       }
     }
+  } else if constexpr (DX == 0 && DY == 0) {
+    copy<W>(src, s, dst, d, height);
+  } else if constexpr (DX == 0 && W > 4) {
+    vertical<W, DY>(src, s, dst, d, height);
   } else {
     for (int y = 0; y < height; y += R, src += R * s, dst += R * d) {
       __m128i v;
