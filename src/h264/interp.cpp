@@ -221,15 +221,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSr
   if (!pSrc | !pDst) return huxErrNullPtr;
   if (luma_frac_bad(dx, dy)) return huxErrBadArg;
   if (luma_size_bad(roi.width, roi.height)) return huxErrSize;
-  const int c = luma_class(roi.width);
-  if ((dx | dy) == 0) {  // the full-sample copy, without the indirect call
-    if (c == 1) k::luma<8, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
-    else if (c == 0) k::luma<4, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
-    else k::luma<16, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
-    return huxOk;
-  }
-  kLuma[c][dy * 4 + dx](pSrc, srcStep, pDst, dstStep, roi.height);
-  return huxOk;
+  return kLuma[luma_class(roi.width)][dy * 4 + dx](pSrc, srcStep, pDst, dstStep, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
@@ -249,8 +241,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_8u_C1R(const uint8_t* p
   if (!pSrc | !pDst) return huxErrNullPtr;
   if (chroma_frac_bad(dx, dy)) return huxErrBadArg;
   if (chroma_size_bad(roi.width, roi.height)) return huxErrSize;
-  kChroma[(roi.width & 12) >> 2][chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
-  return huxOk;
+  return kChroma[(roi.width & 12) >> 2][chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep,
@@ -354,8 +345,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P2P1R(const uint8_t* 
                                                                  int32_t pitch) {
   if (!pSrc1 | !pSrc2 | !pDst) return huxErrNullPtr;
   if (static_cast<uint32_t>(width - 2) > 14 || static_cast<uint32_t>(height - 2) > 14) return huxErrSize;
-  k::average(pSrc1, pitch, pSrc2, pitch, pDst, pitch, width, height);
-  return huxOk;
+  return k::average(pSrc1, pitch, pSrc2, pitch, pDst, pitch, width, height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P3P1R(const uint8_t* pSrc1, const uint8_t* pSrc2,
@@ -363,8 +353,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P3P1R(const uint8_t* 
                                                                  int32_t src1Step, int32_t src2Step, int32_t dstStep) {
   if (!pSrc1 | !pSrc2 | !pDst) return huxErrNullPtr;
   if (static_cast<uint32_t>(width - 2) > 14 || static_cast<uint32_t>(height - 2) > 14) return huxErrSize;
-  k::average(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, width, height);
-  return huxOk;
+  return k::average(pSrc1, src1Step, pSrc2, src2Step, pDst, dstStep, width, height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiExpandPlane_H264_8u_C1R(uint8_t* pSrcDst, int32_t width, int32_t height,

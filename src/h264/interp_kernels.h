@@ -24,18 +24,19 @@
 namespace hux::h264 {
 
 // 8u luma kernel for one (dx, dy) and width class; height a multiple of 4
-// (zero or negative: nothing is done).
-using LumaKernel = void (*)(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height);
+// (zero or negative: nothing is done). The 8u kernels return 0, the
+// exports' success status, so that an export ends in a jump to its kernel.
+using LumaKernel = int32_t (*)(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height);
 // 8u chroma kernel for one width class and case (copy, horizontal, vertical,
 // both); height even.
-using ChromaKernel = void (*)(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t dx,
+using ChromaKernel = int32_t (*)(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t dx,
                               int32_t dy, int32_t height);
 // 16u kernels: element steps, any width and height, results clamped to
 // 0 .. max (luma; the chroma filter cannot leave the input range).
 using Luma16Kernel = void (*)(const uint16_t* src, int32_t srcStep, uint16_t* dst, int32_t dstStep, int32_t width,
                               int32_t height, int32_t max);
 // Rounded average of two blocks.
-using AverageKernel = void (*)(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t bStep, uint8_t* dst,
+using AverageKernel = int32_t (*)(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t bStep, uint8_t* dst,
                                int32_t dstStep, int32_t width, int32_t height);
 
 // Largest sample value at a bit depth; out-of-range depths are clamped to 1..16.
@@ -101,8 +102,9 @@ void luma_block(const T* src, intptr_t srcStep, T* dst, intptr_t dstStep, int w,
 }
 
 template <int W, int DX, int DY>
-void luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height) {
+int32_t luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height) {
   luma_block<uint8_t>(src, srcStep, dst, dstStep, W, height, DX, DY, 255);
+  return 0;
 }
 
 template <int DX, int DY>
@@ -128,16 +130,18 @@ void chroma_block(const T* src, intptr_t srcStep, T* dst, intptr_t dstStep, int 
 
 // Case: 0 copy, 1 horizontal only, 2 vertical only, 3 both.
 template <int W, int Case>
-void chroma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t dx, int32_t dy,
-            int32_t height) {
+int32_t chroma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t dx, int32_t dy,
+               int32_t height) {
   chroma_block<uint8_t>(src, srcStep, dst, dstStep, W, height, Case & 1 ? dx : 0, Case & 2 ? dy : 0);
+  return 0;
 }
 
-inline void average(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t bStep, uint8_t* dst, int32_t dstStep,
-                    int32_t width, int32_t height) {
+inline int32_t average(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t bStep, uint8_t* dst,
+                       int32_t dstStep, int32_t width, int32_t height) {
   for (int y = 0; y < height; ++y)
     for (int x = 0; x < width; ++x)
       row(dst, dstStep, y)[x] = static_cast<uint8_t>((row(a, aStep, y)[x] + row(b, bStep, y)[x] + 1) >> 1);
+  return 0;
 }
 
 }  // namespace ref

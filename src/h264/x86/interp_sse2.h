@@ -20,6 +20,13 @@
 namespace hux::h264::sse2 {
 namespace ip {
 
+// Keeps the compiler from folding row-by-row pointer steps back into
+// scaled multiples of the step, which would cost saved registers.
+template <class T>
+HUX_INLINE void opaque(T*& p) {
+  asm("" : "+r"(p));
+}
+
 inline __m128i loadu(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
 inline __m128i load8(const void* p) { return _mm_loadl_epi64(static_cast<const __m128i*>(p)); }
 inline __m128i load4(const void* p) { return _mm_cvtsi32_si128(hux::load<int32_t>(p)); }
@@ -119,30 +126,44 @@ template <int W, int DY>
 HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
   const __m128i z = _mm_setzero_si128();
   for (int c = 0; c < W; c += 8) {
-    const uint8_t* p = src + c;
+    const uint8_t* p = src + c - 2 * s;
     uint8_t* o = dst + c;
-    auto ld = [&](intptr_t r) { return _mm_unpacklo_epi8(load8(p + r * s), z); };
-    __m128i r0 = ld(-2), r1 = ld(-1), r2 = ld(0), r3 = ld(1), r4 = ld(2);
-    for (int y = 0; y < h; y += 2, p += 2 * s, o += 2 * d) {
-      const __m128i r5 = ld(3), r6 = ld(4);
+    auto ld = [&]() {
+      const __m128i v = _mm_unpacklo_epi8(load8(p), z);
+      p += s;
+      opaque(p);
+      return v;
+    };
+    // Two rows from the window r0 .. r6 (rows y - 2 .. y + 4).
+    auto two = [&](__m128i r0, __m128i r1, __m128i r2, __m128i r3, __m128i r4, __m128i r5, __m128i r6) {
       __m128i v = half({tap6(_mm_add_epi16(r0, r5), _mm_add_epi16(r1, r4), _mm_add_epi16(r2, r3)),
                         tap6(_mm_add_epi16(r1, r6), _mm_add_epi16(r2, r5), _mm_add_epi16(r3, r4))});
       if constexpr (DY == 1) v = _mm_avg_epu8(v, _mm_packus_epi16(r2, r3));
       if constexpr (DY == 3) v = _mm_avg_epu8(v, _mm_packus_epi16(r3, r4));
       _mm_storel_epi64(reinterpret_cast<__m128i*>(o), v);
-      _mm_storeh_pd(reinterpret_cast<double*>(o + d), _mm_castsi128_pd(v));
-      r0 = r2, r1 = r3, r2 = r4, r3 = r5, r4 = r6;
+      o += d;
+      _mm_storeh_pd(reinterpret_cast<double*>(o), _mm_castsi128_pd(v));
+      o += d;
+      opaque(o);
+    };
+    __m128i r0 = ld(), r1 = ld(), r2 = ld(), r3 = ld(), r4 = ld();
+    for (int y = 0; y < h; y += 4) {  // heights are multiples of 4
+      const __m128i r5 = ld(), r6 = ld(), r7 = ld(), r8 = ld();
+      two(r0, r1, r2, r3, r4, r5, r6);
+      two(r2, r3, r4, r5, r6, r7, r8);
+      r0 = r4, r1 = r5, r2 = r6, r3 = r7, r4 = r8;
     }
   }
 }
 
 template <int W>
 HUX_INLINE void copy(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
-  for (int y = 0; y < h; y += 4, src += 4 * s, dst += 4 * d)
-    for (int i = 0; i < 4; ++i) {
-      if constexpr (W == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i * d), loadu(src + i * s));
-      else if constexpr (W == 8) _mm_storel_epi64(reinterpret_cast<__m128i*>(dst + i * d), load8(src + i * s));
-      else hux::store<int32_t>(dst + i * d, hux::load<int32_t>(src + i * s));
+  // Pointers step row by row: no registers to save for scaled steps.
+  for (int y = 0; y < h; y += 4)
+    for (int i = 0; i < 4; ++i, src += s, dst += d, opaque(src), opaque(dst)) {
+      if constexpr (W == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), loadu(src));
+      else if constexpr (W == 8) _mm_storel_epi64(reinterpret_cast<__m128i*>(dst), load8(src));
+      else hux::store<int32_t>(dst, hux::load<int32_t>(src));
     }
 }
 
@@ -150,7 +171,7 @@ HUX_INLINE void copy(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, i
 
 // Luma kernel for one quarter position and width class.
 template <int W, int DX, int DY>
-void luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height) {
+int32_t luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height) {
   using namespace ip;
   constexpr int R = 16 / W;
   const intptr_t s = srcStep, d = dstStep;
@@ -198,6 +219,7 @@ void luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, in
       store_unit<W>(dst, d, v);
     }
   }
+  return 0;
 }
 
 // ------------------------------------------------------------ chroma
@@ -231,8 +253,8 @@ HUX_INLINE __m128i blend(__m128i a, __m128i b, __m128i wa, __m128i wb, __m128i r
 }  // namespace ip
 
 template <int W, int Case>
-void chroma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t dx, int32_t dy,
-            int32_t height) {
+int32_t chroma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t dx, int32_t dy,
+               int32_t height) {
   using namespace ip;
   const intptr_t s = srcStep, d = dstStep;
   const __m128i z = _mm_setzero_si128();
@@ -276,14 +298,15 @@ void chroma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, 
       }
     }
   }
+  return 0;
 }
 
 // ------------------------------------------------------------ averaging
 
 // Any width: 16, 8 and 4 bytes at a time, then single bytes, so nothing
 // beyond the width is touched.
-inline void average(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t bStep, uint8_t* dst, int32_t dstStep,
-                    int32_t width, int32_t height) {
+inline int32_t average(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t bStep, uint8_t* dst,
+                       int32_t dstStep, int32_t width, int32_t height) {
   using namespace ip;
   for (int y = 0; y < height; ++y, a += aStep, b += bStep, dst += dstStep) {
     int x = 0;
@@ -299,6 +322,7 @@ inline void average(const uint8_t* a, int32_t aStep, const uint8_t* b, int32_t b
     }
     for (; x < width; ++x) dst[x] = static_cast<uint8_t>((a[x] + b[x] + 1) >> 1);
   }
+  return 0;
 }
 
 }  // namespace hux::h264::sse2
