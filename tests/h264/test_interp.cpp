@@ -276,6 +276,18 @@ const Known kHand[] = {
        EXPECT_EQ(huxiInterpolateLuma_H264_16u_C1R(&p), huxOk);
        return Vals{d[0][0], d[1][0]}; },
      {1023, 1343}},
+    // Permissive widths: columns written by luma widths 0, 12, 20, 28 and chroma widths 0, 6, 10, 14.
+    {"width_classes", [] {
+       Vals o;
+       for (int w : {0, 12, 20, 28, 0, 6, 10, 14}) {
+         const bool chroma = o.size() >= 4;
+         uint8_t d[4 * 32];
+         std::fill_n(d, 4 * 32, uint8_t{0x5A});
+         EXPECT_EQ((chroma ? huxiInterpolateChroma_H264_8u_C1R : huxiInterpolateLuma_H264_8u_C1R)(kSrc8, 64, d, 32, 1, 1, HuxSize{w, 4}), huxOk);
+         o.push_back(std::count_if(d, d + 32, [](uint8_t v) { return v != 0x5A; }));
+       }
+       return o; },
+     {4, 8, 16, 16, 2, 4, 8, 8}},
     // Width 3: the fourth byte of each row stays.
     {"odd_width_average", [] {
        const uint8_t a[8] = {1, 2, 3, 4, 5, 6, 7, 8}, b[8] = {2, 2, 2, 2, 2, 2, 2, 2};
@@ -294,10 +306,12 @@ const Known kHand[] = {
          EXPECT_EQ(huxiExpandPlane_H264_8u_C1R(&e[3][3], 2, 4, 8, 3, mode), huxOk);
          for (int y = 0; y < 10; ++y) o.push_back(e[y][0] * 1000 + e[y][7]);  // first and last padded column
        }
+       uint8_t one[4] = {1, 2, 3, 4};  // pels 0: done before the mode is looked at
+       o.push_back(huxiExpandPlane_H264_8u_C1R(one, 2, 2, 2, 0, 7));
        return o; },
      {10020, 10020, 10020, 10020, 30040, 50060, 70080, 70080, 70080, 70080,
       0, 10020, 0, 10020, 0, 50060, 0, 50060, 0, 50060,
-      30040, 0, 30040, 0, 30040, 0, 70080, 0, 70080, 0}},
+      30040, 0, 30040, 0, 30040, 0, 70080, 0, 70080, 0, 0}},
 };
 HUX_KNOWN(InterpKnown, kHand);
 
