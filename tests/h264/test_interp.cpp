@@ -78,7 +78,7 @@ HuxResult status(P p, F mutate, G f) {
 using P16 = HuxInterpolation16u;
 using PB = HuxInterpolationBlock;
 HuxResult HUX_STDCALL luma_top16(const P16* p) { return huxiInterpolateLumaTop_H264_16u_C1R(p, -3); }
-HuxResult HUX_STDCALL chroma_bottom16(const P16* p) { return huxiInterpolateChromaBottom_H264_16u_C1R(p, 40); }
+HuxResult HUX_STDCALL chroma_bottom16(const P16* p) { return huxiInterpolateChromaBottom_H264_16u_C1R(p, 2); }
 const Known kStatuses[] = {
     {"luma16_check_order", [] {
        Vals o;

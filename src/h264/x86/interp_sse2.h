@@ -27,6 +27,13 @@ HUX_INLINE void opaque(T*& p) {
   asm("" : "+r"(p));
 }
 
+// The upper 8 bytes to any address (movhpd through a local, no typed store).
+HUX_INLINE void store_hi(void* p, __m128i v) {
+  double t;
+  _mm_storeh_pd(&t, _mm_castsi128_pd(v));
+  std::memcpy(p, &t, sizeof t);
+}
+
 inline __m128i loadu(const void* p) { return _mm_loadu_si128(static_cast<const __m128i*>(p)); }
 inline __m128i load8(const void* p) { return _mm_loadl_epi64(static_cast<const __m128i*>(p)); }
 inline __m128i load4(const void* p) { return _mm_cvtsi32_si128(hux::load<int32_t>(p)); }
@@ -46,7 +53,7 @@ HUX_INLINE void store_unit(uint8_t* d, intptr_t s, __m128i v) {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(d), v);
   } else if constexpr (W == 8) {
     _mm_storel_epi64(reinterpret_cast<__m128i*>(d), v);
-    _mm_storeh_pd(reinterpret_cast<double*>(d + s), _mm_castsi128_pd(v));
+    store_hi(d + s, v);
   } else {
     hux::store<int32_t>(d, _mm_cvtsi128_si32(v));
     hux::store<int32_t>(d + s, _mm_cvtsi128_si32(_mm_srli_si128(v, 4)));
@@ -142,7 +149,7 @@ HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t 
       if constexpr (DY == 3) v = _mm_avg_epu8(v, _mm_packus_epi16(r3, r4));
       _mm_storel_epi64(reinterpret_cast<__m128i*>(o), v);
       o += d;
-      _mm_storeh_pd(reinterpret_cast<double*>(o), _mm_castsi128_pd(v));
+      store_hi(o, v);
       o += d;
       opaque(o);
     };
@@ -236,7 +243,7 @@ template <int W>
 HUX_INLINE void store_rows2(uint8_t* d, intptr_t s, __m128i v) {
   if constexpr (W == 8) {
     _mm_storel_epi64(reinterpret_cast<__m128i*>(d), v);
-    _mm_storeh_pd(reinterpret_cast<double*>(d + s), _mm_castsi128_pd(v));
+    store_hi(d + s, v);
   } else if constexpr (W == 4) {
     hux::store<int32_t>(d, _mm_cvtsi128_si32(v));
     hux::store<int32_t>(d + s, _mm_cvtsi128_si32(_mm_srli_si128(v, 4)));
