@@ -174,6 +174,59 @@ HUX_INLINE void copy(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, i
     }
 }
 
+// Unrounded vertical 6-tap sums of rows 0 .. h-1 for L (8 or 4) columns from
+// p, into t (row step ts), in a sliding window.
+template <int L>
+HUX_INLINE void vsum_strip(const uint8_t* p, intptr_t s, int16_t* t, int ts, int h) {
+  const __m128i z = _mm_setzero_si128();
+  p -= 2 * s;
+  auto ld = [&]() {
+    const __m128i v = _mm_unpacklo_epi8(L == 8 ? load8(p) : load4(p), z);
+    p += s;
+    opaque(p);
+    return v;
+  };
+  __m128i r0 = ld(), r1 = ld(), r2 = ld(), r3 = ld(), r4 = ld();
+  for (int y = 0; y < h; ++y, t += ts) {
+    const __m128i r5 = ld();
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(t),
+                     tap6(_mm_add_epi16(r0, r5), _mm_add_epi16(r1, r4), _mm_add_epi16(r2, r3)));
+    r0 = r1, r1 = r2, r2 = r3, r3 = r4, r4 = r5;
+  }
+}
+
+// Positions i and k of 8- and 16-wide blocks, vertical pass first: the
+// vertical sums of columns -2 .. W+2 give the vertical half samples of
+// columns x and x + 1 directly, and the centre from a horizontal pass over
+// them. h is at most 16.
+template <int W, int DX>
+HUX_INLINE void centre_vertical_first(const uint8_t* p, intptr_t s, uint8_t* o, intptr_t d, int h) {
+  constexpr int TS = W + 8;
+  alignas(16) int16_t t[TS * 16];
+  // Strips of 8 columns starting at -2 and 3 (and 6, 11 when 16 wide) cover
+  // -2 .. W+2 exactly; where they overlap they store equal sums.
+  vsum_strip<8>(p - 2, s, t, TS, h);
+  vsum_strip<8>(p + 3, s, t + 5, TS, h);
+  if constexpr (W == 16) {
+    vsum_strip<8>(p + 6, s, t + 8, TS, h);
+    vsum_strip<8>(p + 11, s, t + 13, TS, h);
+  }
+  constexpr int R = 16 / W;
+  for (int y = 0; y < h; y += R, o += R * d) {
+    auto group = [&](int g, __m128i& half16) {
+      const int16_t* q = t + (y + (W == 8 ? g : 0)) * TS + (W == 16 ? 8 * g : 0);
+      auto tk = [&](int k) { return loadu(q + k); };
+      const __m128i v = DX == 1 ? tk(2) : tk(3);
+      half16 = _mm_srai_epi16(_mm_add_epi16(v, _mm_set1_epi16(16)), 5);
+      return centre(tk(0), tk(1), tk(2), tk(3), tk(4), tk(5));
+    };
+    __m128i h0, h1;
+    const __m128i j0 = group(0, h0), j1 = group(1, h1);
+    if constexpr (DX == 2) store_unit<W>(o, d, _mm_packus_epi16(j0, j1));
+    else store_unit<W>(o, d, _mm_avg_epu8(_mm_packus_epi16(j0, j1), _mm_packus_epi16(h0, h1)));
+  }
+}
+
 }  // namespace ip
 
 // Luma kernel for one quarter position and width class.
@@ -182,15 +235,16 @@ int32_t luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
   using namespace ip;
   constexpr int R = 16 / W;
   const intptr_t s = srcStep, d = dstStep;
-  if constexpr ((DX == 2 && DY != 0) || (DY == 2 && DX != 0)) {
+  if constexpr (DY == 2 && (DX == 1 || DX == 3) && W > 4) {
+    for (int y0 = 0; y0 < height; y0 += 16)  // in bands of at most 16 rows
+      centre_vertical_first<W, DX>(src + y0 * s, s, dst + y0 * d, d, std::min(16, height - y0));
+  } else if constexpr ((DX == 2 && DY != 0) || (DY == 2 && DX != 0)) {
     alignas(16) int16_t tmp[W * (16 + 5) + 16];
-    alignas(16) uint8_t vh[W * 16];
     for (int y0 = 0; y0 < height; y0 += 16) {  // in bands of at most 16 rows
       const int h = std::min(16, height - y0);
       const uint8_t* p = src + y0 * s;
       uint8_t* o = dst + y0 * d;
       centre_pass1<W>(p, s, tmp, h);
-      if constexpr ((DX == 1 || DX == 3) && W > 4) vertical<W, 2>(p + (DX == 3), s, vh, W, h);
       for (int y = 0; y < h; y += R, p += R * s, o += R * d) {
         const int16_t* t = tmp + W * y;
         auto tk = [&](int k, int g) { return loadu(t + W * k + 8 * g); };
@@ -200,8 +254,7 @@ int32_t luma(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
           constexpr int k = DY == 1 ? 2 : 3;
           j = _mm_avg_epu8(j, half({tk(k, 0), tk(k, 1)}));
         } else if constexpr (DX == 1 || DX == 3) {  // i, k: with the vertical half of column x or x + 1
-          if constexpr (W == 4) j = _mm_avg_epu8(j, vhalf<W>(p + (DX == 3), s));
-          else j = _mm_avg_epu8(j, unit<W>(vh + W * y, W));
+          j = _mm_avg_epu8(j, vhalf<W>(p + (DX == 3), s));  // 4 wide only
         }
         store_unit<W>(o, d, j);
       }
