@@ -129,8 +129,9 @@ HUX_INLINE void centre_pass1(const uint8_t* p, intptr_t s, int16_t* tmp, int h) 
 // Vertical half samples of 8- and 16-wide blocks, in strips of 8 columns
 // with the widened rows held in a sliding window, two rows a step; with
 // DY 1 or 3 averaged with the integer row above or below (n, d).
-template <int W, int DY>
-HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
+template <int W, int DY, int H>
+[[gnu::noinline]] void vertical_rows(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
+  if constexpr (H != 0) h = H;
   const __m128i z = _mm_setzero_si128();
   for (int c = 0; c < W; c += 8) {
     const uint8_t* p = src + c - 2 * s;
@@ -154,6 +155,7 @@ HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t 
       opaque(o);
     };
     __m128i r0 = ld(), r1 = ld(), r2 = ld(), r3 = ld(), r4 = ld();
+#pragma GCC unroll 4
     for (int y = 0; y < h; y += 4) {  // heights are multiples of 4
       const __m128i r5 = ld(), r6 = ld(), r7 = ld(), r8 = ld();
       two(r0, r1, r2, r3, r4, r5, r6);
@@ -161,6 +163,11 @@ HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t 
       r0 = r4, r1 = r5, r2 = r6, r3 = r7, r4 = r8;
     }
   }
+}
+template <int W, int DY>
+HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
+  if (h == W) vertical_rows<W, DY, W>(src, s, dst, d, h);
+  else vertical_rows<W, DY, 0>(src, s, dst, d, h);
 }
 
 template <int W>
