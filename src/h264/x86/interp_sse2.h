@@ -170,15 +170,26 @@ HUX_INLINE void vertical(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t 
   else vertical_rows<W, DY, 0>(src, s, dst, d, h);
 }
 
+template <int W, int H>
+HUX_INLINE void copy_rows(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
+  auto row = [&] {
+    if constexpr (W == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), loadu(src));
+    else if constexpr (W == 8) _mm_storel_epi64(reinterpret_cast<__m128i*>(dst), load8(src));
+    else hux::store<int32_t>(dst, hux::load<int32_t>(src));
+    src += s, dst += d;
+  };
+  if constexpr (H != 0) {
+#pragma GCC unroll 16
+    for (int y = 0; y < H; ++y) row();
+  } else {
+    for (int y = 0; y < h; y += 4) row(), row(), row(), row();
+  }
+}
+// Unrolled whole at the block's own height (square blocks are the common case).
 template <int W>
 HUX_INLINE void copy(const uint8_t* src, intptr_t s, uint8_t* dst, intptr_t d, int h) {
-  // Pointers step row by row: no registers to save for scaled steps.
-  for (int y = 0; y < h; y += 4)
-    for (int i = 0; i < 4; ++i, src += s, dst += d, opaque(src), opaque(dst)) {
-      if constexpr (W == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(dst), loadu(src));
-      else if constexpr (W == 8) _mm_storel_epi64(reinterpret_cast<__m128i*>(dst), load8(src));
-      else hux::store<int32_t>(dst, hux::load<int32_t>(src));
-    }
+  if (h == W) copy_rows<W, W>(src, s, dst, d, h);
+  else copy_rows<W, 0>(src, s, dst, d, h);
 }
 
 // Unrounded vertical 6-tap sums of rows 0 .. h-1 for L (8 or 4) columns from
