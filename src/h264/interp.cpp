@@ -237,7 +237,11 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSr
   uint64_t size;
   std::memcpy(&size, &roi, sizeof size);
   if (size & 0x00000003FFFFFFE3u) return huxErrSize;
-  return kLuma64[((roi.width * 2) & 48) | dy << 2 | dx](pSrc, srcStep, pDst, dstStep, roi.height);
+  const uint32_t i = ((roi.width * 2) & 48) | dy << 2 | dx;
+  // The full-sample copies, the shortest kernels, are reached by direct jumps.
+  if (i == 16) return k::luma<8, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
+  if ((i | 16) == 48) return k::luma<16, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
+  return kLuma64[i](pSrc, srcStep, pDst, dstStep, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
