@@ -7,7 +7,6 @@
 #include <random>
 #include <vector>
 
-#include "h264_cavlc_tables.h"
 #include "support/h264_cavlc_writer.h"
 #include "h264/cavlc_kernels.h"
 #include "huxvc.h"
@@ -17,10 +16,7 @@ namespace {
 using hux::test::CavlcShape;
 constexpr int kBlocks = 4096;
 
-const huxextras::CavlcTables& tables() {
-  static const huxextras::CavlcTables t;
-  return t;
-}
+const hux::test::CavlcTables& tables() { return hux::test::cavlc_tables(); }
 
 struct Stream {
   std::vector<uint32_t> words;
@@ -89,10 +85,10 @@ void BM_cavlc4x4_kernel(benchmark::State& st) {
     for (int b = 0; b < kBlocks; ++b) {
       if constexpr (kFast)
         hux::h264::fast::cavlc4x4<Out>(&p, &off, &num, &q, token_for(s.nC[b]), 16, t.total_zeros_4x4(),
-                                       t.run_before(), huxextras::kZigzag4x4);
+                                       t.run_before(), huxH264Zigzag4x4);
       else
         hux::h264::ref::cavlc4x4<Out>(&p, &off, &num, &q, token_for(s.nC[b]), 16, t.total_zeros_4x4(),
-                                      t.run_before(), huxextras::kZigzag4x4);
+                                      t.run_before(), huxH264Zigzag4x4);
     }
     benchmark::DoNotOptimize(q);
   }
@@ -112,7 +108,7 @@ void BM_export_4x4(benchmark::State& st) {
     int16_t num;
     for (int b = 0; b < kBlocks; ++b)
       Decode(&p, &off, &num, &q, s.nC[b], 16, t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(),
-             huxextras::kZigzag4x4);
+             huxH264Zigzag4x4);
     benchmark::DoNotOptimize(q);
   }
   st.SetItemsProcessed(st.iterations() * kBlocks);

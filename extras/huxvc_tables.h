@@ -1,4 +1,7 @@
-/* huxvc_tables.h: caller-side helpers for huxvc, header-only C99 (and C++).
+/**
+ * @file huxvc_tables.h
+ * @brief Caller-side helpers for huxvc, header-only C99 (and C++): the H.264 CAVLC tables, scans and
+ *        status texts.
  *
  * The library's entropy decoders hold none of the standards' code tables: the
  * caller passes them, laid out as VLC decoding tables (see huxvc.h). This file
@@ -7,10 +10,12 @@
  * scans, and names every status. Nothing here is part of the library: it
  * compiles into the caller's program.
  *
- *   HuxH264CavlcTables tables;               // 12 KiB; not movable once built
+ * @code
+ *   static HuxH264CavlcTables tables;        // 12 KiB; not movable once built
  *   if (huxH264BuildCavlcTables(&tables) != huxOk) ...;
  *   huxiDecodeCAVLCCoeffs_H264_1u16s(&words, &offset, &numCoeff, &coeffs, nC, 16,
  *       tables.coeffToken4x4, tables.totalZeros4x4, tables.runBefore, huxH264Zigzag4x4);
+ * @endcode
  */
 #ifndef HUXVC_TABLES_H
 #define HUXVC_TABLES_H
@@ -24,18 +29,31 @@
 extern "C" {
 #endif
 
-/** Scan position to raster index (row-major 4x4): frame (zig-zag) and field scans. */
+/**
+ * @defgroup tables Caller-side tables (huxvc_tables.h)
+ * @brief The standard's H.264 CAVLC code lists, a VLC table builder into caller memory, the 4x4
+ *        scans and status texts; header-only, compiled into the caller's program.
+ *
+ * The tables are laid out as @ref vlctables describes. Everything here is plain C99 data and
+ * static inline functions over the public header; nothing allocates.
+ * @{
+ */
+
+/** The 4x4 zig-zag (frame) scan: scan position to raster index (row-major 4x4); see @ref scans. */
 static const int32_t huxH264Zigzag4x4[16] = {0, 1, 4, 8, 5, 2, 3, 6, 9, 12, 13, 10, 7, 11, 14, 15};
+/** The 4x4 field scan: scan position to raster index (row-major 4x4). */
 static const int32_t huxH264FieldScan4x4[16] = {0, 4, 1, 8, 12, 5, 9, 13, 2, 6, 10, 14, 3, 7, 11, 15};
 
 /** coeff_token code words by (TrailingOnes, TotalCoeff), one column per table:
  *  0 <= nC < 2, 2 <= nC < 4, 4 <= nC < 8, nC = -1 (4:2:0 chroma DC), nC = -2 (4:2:2 chroma DC);
  *  "" where a table has no such code. */
 typedef struct {
-  uint8_t trailingOnes, totalCoeff;
-  const char* code[5];
+  uint8_t trailingOnes;  /**< TrailingOnes, 0 to 3 */
+  uint8_t totalCoeff;    /**< TotalCoeff, 0 to 16 */
+  const char* code[5];   /**< the code word in each of the five tables, as '0'/'1' text; "" where absent */
 } HuxCoeffTokenRow;
 
+/** The standard's coeff_token code words, every (TrailingOnes, TotalCoeff) pair. */
 static const HuxCoeffTokenRow huxH264CoeffTokenCodes[62] = {
     {0, 0, {"1", "11", "1111", "01", "1"}},
     {0, 1, {"000101", "001011", "001111", "000111", "0001111"}},
@@ -124,7 +142,9 @@ static const char* const huxH264TotalZerosCodes4x4[16][17] = {
     {"00", "01", "1"},
     {"0", "1"},
 };
+/** total_zeros code words of 4:2:0 chroma DC blocks by TotalCoeff 1 to 3 (row 0 unused), null-terminated. */
 static const char* const huxH264TotalZerosCodes420[4][5] = {{0}, {"1", "01", "001", "000"}, {"1", "01", "00"}, {"1", "0"}};
+/** total_zeros code words of 4:2:2 chroma DC blocks by TotalCoeff 1 to 7 (row 0 unused), null-terminated. */
 static const char* const huxH264TotalZerosCodes422[8][9] = {
     {0},
     {"1", "010", "011", "0010", "0011", "0001", "00001", "00000"},
@@ -150,15 +170,21 @@ static const char* const huxH264RunBeforeCodes[8][16] = {
 
 /** One code word: its bits right-aligned, its length (1 to 24), its decoded value. */
 typedef struct {
-  uint32_t bits;
-  int32_t len;
-  uint32_t value;
+  uint32_t bits;   /**< the code word's bits, right-aligned (first stream bit highest) */
+  int32_t len;     /**< its length in bits, 1 to 24 */
+  uint32_t value;  /**< the value a table entry for it holds in bits 8..31 */
 } HuxVlcCode;
 
 /** The value a VLC decoding table holds where no code word starts. */
 #define HUX_VLC_INVALID (0xF0F1u << 8)
 
-/** Parses a code word of '0' and '1' characters; returns its length, 0 for an empty or malformed one. */
+/**
+ * @brief Parses a code word written as '0' and '1' characters.
+ * @param s     the code word text
+ * @param value the value to decode it to
+ * @param[out] c the parsed code
+ * @return its length (1 to 24), or 0 for an empty, malformed or longer code word
+ */
 static inline int32_t huxVlcParse(const char* s, uint32_t value, HuxVlcCode* c) {
   c->bits = 0;
   c->len = 0;
@@ -171,9 +197,20 @@ static inline int32_t huxVlcParse(const char* s, uint32_t value, HuxVlcCode* c) 
   return c->len;
 }
 
-/* Fills the level at word `start` of t (its width already there) with the codes that begin with `prefix`
- * (prefixLen bits), appending sub-tables of at most subBits for the longer codes at *used. Returns 0, or -1
- * when the codes are not a prefix code or the table would pass `capacity` words. */
+/**
+ * @brief One level of huxVlcBuild(): fills the level at word start of t with the codes that begin with
+ *        prefix, appending sub-tables for longer codes.
+ * @param[in,out] t  the table being built; word start holds the level's width, its entries the marker
+ * @param capacity   words available in t
+ * @param[in,out] used words of t in use; grows by each sub-table appended
+ * @param start      word index of the level in t
+ * @param prefix     the bits every code of this level begins with (right-aligned)
+ * @param prefixLen  their number
+ * @param codes      the codes
+ * @param count      their number
+ * @param subBits    the widest sub-table level, 1 to 16
+ * @return 0, or -1 when the codes are not a prefix code or the table would pass capacity words
+ */
 static inline int huxVlcFillLevel(uint32_t* t, size_t capacity, size_t* used, size_t start, uint32_t prefix,
                                   int32_t prefixLen, const HuxVlcCode* codes, size_t count, int32_t subBits) {
   const int32_t n = (int32_t)t[start], reach = prefixLen + n;
@@ -209,9 +246,20 @@ static inline int huxVlcFillLevel(uint32_t* t, size_t capacity, size_t* used, si
   return 0;
 }
 
-/** Builds a VLC decoding table of `codes` into t (at most `capacity` words): a first level of firstBits
- *  (1 to 16) and sub-tables of at most subBits (1 to 16) for longer codes. Returns the words used, or 0 when
- *  the codes are not a prefix code or the table does not fit. */
+/**
+ * @brief Builds a VLC decoding table (the layout of @ref vlctables) of a prefix code into t.
+ *
+ * A first level of firstBits and sub-tables of at most subBits for the longer codes; entries no code
+ * reaches hold #HUX_VLC_INVALID. Sub-table links count from t[0], so the table may sit anywhere.
+ * @param codes     the code words and their values
+ * @param count     their number
+ * @param firstBits width of the first level, 1 to 16
+ * @param subBits   widest sub-table level, 1 to 16
+ * @param[out] t    the table
+ * @param capacity  words available at t
+ * @return the words used, or 0 when a width is out of range, the codes are not a prefix code or the
+ *         table does not fit
+ */
 static inline size_t huxVlcBuild(const HuxVlcCode* codes, size_t count, int32_t firstBits, int32_t subBits,
                                  uint32_t* t, size_t capacity) {
   size_t used = 1 + ((size_t)1 << firstBits), k;
@@ -221,8 +269,12 @@ static inline size_t huxVlcBuild(const HuxVlcCode* codes, size_t count, int32_t 
   return huxVlcFillLevel(t, capacity, &used, 0, 0, 0, codes, count, subBits) ? 0 : used;
 }
 
-/** The coeff_token codes of one column of huxH264CoeffTokenCodes (value TrailingOnes | TotalCoeff << 8);
- *  returns their count (at most 62). */
+/**
+ * @brief The coeff_token codes of one table, with the values the decoders expect.
+ * @param column the table: 0 (0 <= nC < 2), 1 (2 <= nC < 4), 2 (4 <= nC < 8), 3 (nC = -1), 4 (nC = -2)
+ * @param[out] out the codes; value TrailingOnes | TotalCoeff << 8
+ * @return their count (at most 62)
+ */
 static inline size_t huxH264CoeffTokenList(int32_t column, HuxVlcCode out[62]) {
   size_t n = 0, i;
   for (i = 0; i < 62; ++i) {
@@ -231,29 +283,45 @@ static inline size_t huxH264CoeffTokenList(int32_t column, HuxVlcCode out[62]) {
   }
   return n;
 }
-/** A null-terminated list of code words for the values 0, 1, ...; returns their count (at most 16). */
+/**
+ * @brief Parses a null-terminated list of code words for the values 0, 1, 2, ...
+ * @param list the code words ('0'/'1' text), null-terminated
+ * @param max  the most entries list may hold
+ * @param[out] out the codes (at most 16)
+ * @return their count
+ */
 static inline size_t huxVlcValueList(const char* const* list, size_t max, HuxVlcCode out[16]) {
   size_t n = 0;
   while (n < max && n < 16 && list[n] && huxVlcParse(list[n], (uint32_t)n, &out[n])) ++n;
   return n;
 }
 
+/** Words of HuxH264CavlcTables::words: room for every CAVLC table built by huxH264BuildCavlcTables(). */
 #define HUX_H264_CAVLC_WORDS 3072
 
 /** Every table the CAVLC decoders take, built by huxH264BuildCavlcTables, with the pointer arrays in the
  *  form their arguments need. The pointers address `words`: the object must not be copied or moved. */
 typedef struct {
-  uint32_t words[HUX_H264_CAVLC_WORDS];
-  const uint32_t* coeffToken4x4[3];  /**< nC 0-1, 2-3, 4-7 (nC 8 and above need none) */
-  const uint32_t* coeffTokenChroma420;
-  const uint32_t* coeffTokenChroma422;
-  const uint32_t* totalZeros4x4[16];  /**< by TotalCoeff; entry 0 null */
-  const uint32_t* totalZerosChroma420[16];
-  const uint32_t* totalZerosChroma422[16];
+  uint32_t words[HUX_H264_CAVLC_WORDS];    /**< the tables themselves */
+  const uint32_t* coeffToken4x4[3];        /**< nC 0-1, 2-3, 4-7 (nC 8 and above need none) */
+  const uint32_t* coeffTokenChroma420;     /**< nC = -1: 2x2 chroma DC */
+  const uint32_t* coeffTokenChroma422;     /**< nC = -2: 2x4 chroma DC */
+  const uint32_t* totalZeros4x4[16];       /**< by TotalCoeff 1 to 15; entry 0 null */
+  const uint32_t* totalZerosChroma420[16]; /**< by TotalCoeff 1 to 3; others null */
+  const uint32_t* totalZerosChroma422[16]; /**< by TotalCoeff 1 to 7; others null */
   const uint32_t* runBefore[16];  /**< by zerosLeft 1 to 15, the table of 7 repeated from 7 on */
 } HuxH264CavlcTables;
 
-/* Builds one table at *used; returns it, or null when it does not fit. */
+/**
+ * @brief Builds one table into t->words at *used (a step of huxH264BuildCavlcTables()).
+ * @param[in,out] t    the table set
+ * @param[in,out] used words of t->words in use; grows by the table's size
+ * @param codes        the codes
+ * @param count        their number
+ * @param firstBits    first-level width
+ * @param subBits      widest sub-table level
+ * @return the table, or null when it does not fit
+ */
 static inline const uint32_t* huxH264Table(HuxH264CavlcTables* t, size_t* used, const HuxVlcCode* codes,
                                            size_t count, int32_t firstBits, int32_t subBits) {
   const size_t n = huxVlcBuild(codes, count, firstBits, subBits, t->words + *used, HUX_H264_CAVLC_WORDS - *used);
@@ -263,9 +331,16 @@ static inline const uint32_t* huxH264Table(HuxH264CavlcTables* t, size_t* used, 
   return table;
 }
 
-/** Builds the standard's CAVLC tables into t: coeff_token with 8-bit first levels and sub-tables,
- *  total_zeros and run_before in one or two levels. Returns huxOk, huxErrNullPtr for a null t (and
- *  huxErrSize if the tables outgrew HUX_H264_CAVLC_WORDS, which they do not). */
+/**
+ * @brief Builds all the standard's CAVLC tables into t, with the pointer arrays the decoders take.
+ *
+ * coeff_token tables with 8-bit first levels and sub-tables, total_zeros and run_before in one or two
+ * levels. The pointers address t->words: build t where it is to stay, and do not copy it.
+ * @param[out] t the table set
+ * @retval huxErrNullPtr t is null
+ * @retval huxErrSize    the tables did not fit HUX_H264_CAVLC_WORDS (they do; a guard for edits)
+ * @retval huxOk         every table built
+ */
 static inline HuxResult huxH264BuildCavlcTables(HuxH264CavlcTables* t) {
   HuxVlcCode codes[62];
   size_t used = 0, n;
@@ -309,7 +384,11 @@ static inline HuxResult huxH264BuildCavlcTables(HuxH264CavlcTables* t) {
   return t->coeffTokenChroma420 && t->coeffTokenChroma422 ? huxOk : huxErrSize;
 }
 
-/** A short English text for a status. */
+/**
+ * @brief A short English text for a status (for messages; the library itself prints nothing).
+ * @param status any value
+ * @return a constant string; "unknown warning" or "unknown error" for values that are not statuses
+ */
 static inline const char* huxStatusText(HuxResult status) {
   switch (status) {
     case huxWrnOddSize: return "odd picture width or height; the even part was processed";
@@ -336,6 +415,8 @@ static inline const char* huxStatusText(HuxResult status) {
     default: return status > 0 ? "unknown warning" : "unknown error";
   }
 }
+
+/** @} */
 
 #ifdef __cplusplus
 }

@@ -10,22 +10,23 @@
 #include <vector>
 
 #include "h264/cavlc_kernels.h"
-#include "h264_cavlc_tables.h"
 #include "huxvc.h"
+#include "support/h264_cavlc_writer.h"
 
 namespace ref = hux::h264::ref;
-using namespace huxextras;
+using hux::test::value_codes;
+using hux::test::vlc_table;
 
 // The standard code lists in one table layout (widths of the first level and
 // of the sub-tables).
 struct Layout {
   std::vector<uint32_t> tok[5], tz[3][16], rb[8];
   Layout(int first, int sub) {
-    for (int k = 0; k < 5; ++k) tok[k] = build_vlc_table(coeff_token_codes(CoeffTokenKind(k)), first, sub);
-    decltype(&total_zeros_4x4_codes()) lists[] = {&total_zeros_4x4_codes(), &total_zeros_420_codes(), &total_zeros_422_codes()};
-    for (int k = 0; k < 3; ++k)
-      for (size_t i = 1; i < lists[k]->size(); ++i) tz[k][i] = build_vlc_table(value_codes((*lists[k])[i]), first, sub);
-    for (int i = 1; i < 8; ++i) rb[i] = build_vlc_table(value_codes(run_before_codes()[i]), first, sub);
+    for (int k = 0; k < 5; ++k) tok[k] = vlc_table(hux::test::token_codes(k), first, sub);
+    for (size_t i = 1; i < 16; ++i) tz[0][i] = vlc_table(value_codes(huxH264TotalZerosCodes4x4, i), first, sub);
+    for (size_t i = 1; i < 4; ++i) tz[1][i] = vlc_table(value_codes(huxH264TotalZerosCodes420, i), first, sub);
+    for (size_t i = 1; i < 8; ++i) tz[2][i] = vlc_table(value_codes(huxH264TotalZerosCodes422, i), first, sub);
+    for (size_t i = 1; i < 8; ++i) rb[i] = vlc_table(value_codes(huxH264RunBeforeCodes, i), first, sub);
   }
 };
 
@@ -89,9 +90,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (int i = 0; i < 16; ++i) {
       if (i < 3) tok[i] = l.tok[i].data();
       if (i) tz[i] = l.tz[kind][i].empty() ? nullptr : l.tz[kind][i].data(), rb[i] = l.rb[i < 7 ? i : 7].data();
-      scan[i] = (nulls & 1 ? kFieldScan4x4 : kZigzag4x4)[i];
+      scan[i] = (nulls & 1 ? huxH264FieldScan4x4 : huxH264Zigzag4x4)[i];
     }
-    dc[0] = l.tok[kNcChroma420].data(), dc[1] = l.tok[kNcChroma422].data();
+    dc[0] = l.tok[3].data(), dc[1] = l.tok[4].data();
   }
   tz[nulls & 0x80 ? nulls & 15 : 0] = rb[nulls & 0x40 ? (nulls >> 2) & 15 : 0] = nullptr;  // entry 0 is never used
 

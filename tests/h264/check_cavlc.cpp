@@ -59,7 +59,7 @@ struct Setup {
 struct Wild {
   uint32_t table[3];
   const uint32_t* list[16];
-  explicit Wild(Trial& t) : table{1, (t.rng() & 0xff) << 8, (t.rng() & 0xff) << 8} { std::fill_n(list, 16, table); }
+  explicit Wild(Trial& t) : table{1, static_cast<uint32_t>(t.rng() & 0xff) << 8, static_cast<uint32_t>(t.rng() & 0xff) << 8} { std::fill_n(list, 16, table); }
 };
 const uint32_t* const* pick(Trial& t, const Wild& w, const uint32_t* const* standard) {
   return t.pick(8) ? standard : w.list;
@@ -72,7 +72,7 @@ void block4x4(Trial& t, const char* label) {
   Setup<Out> s(t, CavlcShape::k4x4, maxNum, nC);
   int32_t wildScan[16];
   t.fill(wildScan, 16, -1000, 1000);
-  const int32_t* scan = t.copy(t.pick(8) == 0 ? wildScan : t.pick(2) ? huxextras::kZigzag4x4 : huxextras::kFieldScan4x4, 16);
+  const int32_t* scan = t.copy(t.pick(8) == 0 ? wildScan : t.pick(2) ? huxH264Zigzag4x4 : huxH264FieldScan4x4, 16);
   const uint32_t* token = nC >= 8 ? nullptr : tb.coeff_token_4x4()[nC < 2 ? 0 : nC < 4 ? 1 : 2];
   const Wild w(t);
   t.compare(label, &h::ref::cavlc4x4<Out>, &h::fast::cavlc4x4<Out>, s.bs, s.off, s.num, s.blk, token, maxNum,

@@ -11,7 +11,6 @@
 #include <random>
 #include <vector>
 
-#include "h264_cavlc_tables.h"
 #include "huxvc.h"
 #include "support/exports.h"
 #include "support/h264_cavlc_writer.h"
@@ -20,7 +19,7 @@ namespace {
 
 using hux::test::CavlcShape;
 using hux::test::WordBitWriter;
-using huxextras::CavlcTables;
+using hux::test::CavlcTables;
 using namespace hux::check;
 
 const CavlcTables& tables() { return hux::test::cavlc_tables(); }
@@ -47,10 +46,10 @@ const std::vector<Bad> kNegativeNC = {{-1, huxErrOutOfRange, 2}};
 const Describe kExports({
     describe("huxiDecodeCAVLCCoeffs_H264_1u16s", huxiDecodeCAVLCCoeffs_H264_1u16s,
              {cursor(), offset(), out(2), ref(std::vector<uint8_t>(32, 0x5A)), val(0, kNegativeNC), val(16, kMaxNum, {15}),
-              in(tables().coeff_token_4x4()), in(tables().total_zeros_4x4()), in(tables().run_before()), in(huxextras::kZigzag4x4)}),
+              in(tables().coeff_token_4x4()), in(tables().total_zeros_4x4()), in(tables().run_before()), in(huxH264Zigzag4x4)}),
     describe("huxiDecodeCAVLCCoeffs_H264_1u32s", huxiDecodeCAVLCCoeffs_H264_1u32s,
              {cursor(), offset(), out(2), ref(std::vector<uint8_t>(64, 0x5A)), val(0, kNegativeNC), val(16, kMaxNum32, {15}),
-              in(tables().coeff_token_4x4()), in(tables().total_zeros_4x4()), in(tables().run_before()), in(huxextras::kZigzag4x4)}),
+              in(tables().coeff_token_4x4()), in(tables().total_zeros_4x4()), in(tables().run_before()), in(huxH264Zigzag4x4)}),
     DC(huxiDecodeCAVLCChromaDcCoeffs_H264_1u32s, 16, chroma420), DC(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u16s, 16, chroma422),
     DC(huxiDecodeCAVLCChroma422DcCoeffs_H264_1u32s, 32, chroma422),
     // The 16-bit 2x2 decoder tests its tables and block pointer only when it needs them (below).
@@ -150,7 +149,7 @@ void run_hand(const HandCase& c) {
   want.fill(Out(0x55));
   Out* q = buf.data() + 4;
   int16_t num = -99;
-  const int32_t* scan = c.field ? huxextras::kFieldScan4x4 : huxextras::kZigzag4x4;
+  const int32_t* scan = c.field ? huxH264FieldScan4x4 : huxH264Zigzag4x4;
   EXPECT_EQ(decode4x4<Out>(&p, &off, &num, &q, c.nC, c.maxNum, tok, c.tables == 1 ? none : c.tables == 2 ? bad : t.total_zeros_4x4(),
                            c.tables == 3 ? none : t.run_before(), scan),
             c.status);
@@ -296,7 +295,7 @@ template <class Out>
 void round_trip(const RtCase& rc, uint32_t seed) {
   std::mt19937 rng(seed);
   const int n = rc.shape == CavlcShape::k4x4 ? 16 : rc.shape == CavlcShape::kChroma420 ? 4 : 8;
-  const int32_t* scan = rc.fieldScan ? huxextras::kFieldScan4x4 : huxextras::kZigzag4x4;
+  const int32_t* scan = rc.fieldScan ? huxH264FieldScan4x4 : huxH264Zigzag4x4;
   static const int kScan2x4[8] = {0, 2, 1, 4, 6, 3, 5, 7};
   std::vector<Block> blocks(1000);
   for (int s = 0; s < 40; ++s) {

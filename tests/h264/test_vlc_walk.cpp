@@ -23,9 +23,9 @@ int64_t walk(const uint32_t* table, const std::vector<uint32_t>& s, int off, uin
   return (ok ? 1 : -1) * ((p - s.data()) * 32 + 31 - o);
 }
 
-void decode_each(const std::vector<huxextras::Code>& codes, uint32_t mask) {
-  const std::vector<uint32_t> t = huxextras::build_vlc_table(codes, 1, 1);
-  for (const huxextras::Code& c : codes)
+void decode_each(const std::vector<HuxVlcCode>& codes, uint32_t mask) {
+  const std::vector<uint32_t> t = hux::test::vlc_table(codes, 1, 1);
+  for (const HuxVlcCode& c : codes)
     for (int off : {31, 4, 0}) {  // codes inside a word and across one
       hux::test::WordBitWriter w(off, 0x5A5A5A5Au);
       w.put(c.bits, c.len);
@@ -38,10 +38,12 @@ void decode_each(const std::vector<huxextras::Code>& codes, uint32_t mask) {
 }
 
 TEST(VlcWalk, OneBitPerLevelTables) {
-  using namespace huxextras;
-  for (int k = 0; k < 5; ++k) decode_each(coeff_token_codes(CoeffTokenKind(k)), 0xffffu);
-  for (const auto* lists : {&total_zeros_4x4_codes(), &total_zeros_420_codes(), &total_zeros_422_codes(), &run_before_codes()})
-    for (size_t i = 1; i < lists->size(); ++i) decode_each(value_codes((*lists)[i]), 0xffffffu);
+  using hux::test::value_codes;
+  for (int k = 0; k < 5; ++k) decode_each(hux::test::token_codes(k), 0xffffu);
+  for (size_t i = 1; i < 16; ++i) decode_each(value_codes(huxH264TotalZerosCodes4x4, i), 0xffffffu);
+  for (size_t i = 1; i < 4; ++i) decode_each(value_codes(huxH264TotalZerosCodes420, i), 0xffffffu);
+  for (size_t i = 1; i < 8; ++i) decode_each(value_codes(huxH264TotalZerosCodes422, i), 0xffffffu);
+  for (size_t i = 1; i < 8; ++i) decode_each(value_codes(huxH264RunBeforeCodes, i), 0xffffffu);
 }
 
 // Both entries link back to their own table: the walk stops behind 32 examined
@@ -55,7 +57,7 @@ TEST(VlcWalk, LinkLoopEndsAsInvalidCode) {
   uint32_t* p = s.data();
   int32_t off = 7;
   int16_t num = -1, blk[16], *q = blk;
-  EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &num, &q, 0, 16, tables, tables, tables, huxextras::kZigzag4x4),
+  EXPECT_EQ(huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &num, &q, 0, 16, tables, tables, tables, huxH264Zigzag4x4),
             huxErrVLCCode);
   EXPECT_TRUE(p == s.data() && off == 7 && num == -1 && q == blk);
 }

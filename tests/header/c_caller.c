@@ -18,6 +18,15 @@ int main(void) {
     printf("bad version record\n");
     return 1;
   }
+#if HUXVC_VERSION != HUXVC_VERSION_MAJOR * 1000000 + HUXVC_VERSION_MINOR * 1000 + HUXVC_VERSION_PATCH || \
+    HUXVC_VERSION < 6000167
+#error "HUXVC_VERSION is not the comparable form of the version macros"
+#endif
+  if (v->major != HUXVC_VERSION_MAJOR || v->minor != HUXVC_VERSION_MINOR || v->majorBuild != HUXVC_VERSION_PATCH) {
+    printf("version record %d.%d.%d, header %d.%d.%d\n", (int)v->major, (int)v->minor, (int)v->majorBuild,
+           HUXVC_VERSION_MAJOR, HUXVC_VERSION_MINOR, HUXVC_VERSION_PATCH);
+    return 1;
+  }
   for (i = 0; i < 16 * 16; ++i) {
     cur[i] = (uint8_t)(i % 200);
     ref[i] = (uint8_t)(i % 200 + 3);

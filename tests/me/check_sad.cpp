@@ -71,12 +71,16 @@ HUX_CHECK(me, sad_line, 128) {
 }
 
 // Ties are frequent with near data. Some trials pass more candidates than a
-// 16-bit index counts, with the smallest value beyond the first 65536.
+// 16-bit index counts, with the smallest value beyond the first 65536, and
+// every other time the same value inside them too (the lower index wins).
 HUX_CHECK(me, min_index, 512) {
   const bool many = t.index() % 64 == 5;
   const int32_t m = many ? 65536 + 8 * (1 + t.pick(8)) : 8 * (1 + t.pick(12));
   uint16_t* v = t.buf<uint16_t>(static_cast<size_t>(m), many, 65535);
-  if (many) v[65536 + t.pick(m - 65536)] = 0;
+  if (many) {
+    v[65536 + t.pick(m - 65536)] = 0;
+    if (t.pick(2)) v[t.pick(65536)] = 0;
+  }
   t.compare(many ? "over 65536" : "up to 96", &me::ref::min_index, &me::sse2::min_index, v, m);
 }
 

@@ -62,9 +62,9 @@ inline Arg after(Arg a, int rank) {
   a.rank = rank;
   return a;
 }
-// A HuxSize argument in one value slot: width low, height high.
-constexpr int64_t size_arg(int32_t w, int32_t h) {
-  return static_cast<int64_t>(static_cast<uint64_t>(static_cast<uint32_t>(h)) << 32 | static_cast<uint32_t>(w));
+// A HuxSize argument's value: the width in the low word, the height in the high one.
+constexpr int64_t size_arg(int32_t width, int32_t height) {
+  return static_cast<int64_t>(static_cast<uint32_t>(width)) | static_cast<int64_t>(height) * (int64_t{1} << 32);
 }
 inline Arg val(int64_t good, std::vector<Bad> bad = {}, std::vector<int64_t> alsoGood = {}) {
   return {Arg::kVal, nullptr, {}, good, std::move(bad), std::move(alsoGood)};
@@ -79,8 +79,8 @@ struct Export {
 namespace detail {
 template <class P>
 P slot(int64_t v) {
-  if constexpr (std::is_same_v<P, HuxSize>) return HuxSize{static_cast<int32_t>(v), static_cast<int32_t>(v >> 32)};
-  else if constexpr (std::is_pointer_v<P>) return reinterpret_cast<P>(static_cast<uintptr_t>(v));
+  if constexpr (std::is_pointer_v<P>) return reinterpret_cast<P>(static_cast<uintptr_t>(v));
+  else if constexpr (std::is_same_v<P, HuxSize>) return HuxSize{static_cast<int32_t>(v), static_cast<int32_t>(v >> 32)};
   else return static_cast<P>(v);
 }
 template <class... P, size_t... I>

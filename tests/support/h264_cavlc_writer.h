@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "../../extras/h264_cavlc_tables.h"
+#include "huxvc_tables.h"
 
 namespace hux::test {
 
@@ -35,7 +35,7 @@ class WordBitWriter {
     bits_ += n;
   }
   void put_bit(uint32_t b) { put(b, 1); }
-  void put_code(const huxextras::Code& c) { put(c.bits, c.len); }
+  void put_code(const HuxVlcCode& c) { put(c.bits, c.len); }
   int64_t bits() const { return bits_; }
   // The stream padded with `pad` further words (for the decoders' look-ahead)
   // filled with `fill`.
@@ -59,12 +59,12 @@ class CavlcEncoder {
  public:
   CavlcEncoder() {
     for (int k = 0; k < 5; ++k)
-      for (const huxextras::CoeffTokenRow& r : huxextras::kCoeffTokenCodes)
-        if (*r.code[k]) token_[k][r.totalCoeff][r.trailingOnes] = huxextras::parse_code(r.code[k], 0);
-    load(tz_[0], huxextras::total_zeros_4x4_codes());
-    load(tz_[1], huxextras::total_zeros_420_codes());
-    load(tz_[2], huxextras::total_zeros_422_codes());
-    load(rb_, huxextras::run_before_codes());
+      for (const HuxCoeffTokenRow& r : huxH264CoeffTokenCodes)
+        huxVlcParse(r.code[k], 0, &token_[k][r.totalCoeff][r.trailingOnes]);
+    load(tz_[0], huxH264TotalZerosCodes4x4);
+    load(tz_[1], huxH264TotalZerosCodes420);
+    load(tz_[2], huxH264TotalZerosCodes422);
+    load(rb_, huxH264RunBeforeCodes);
   }
 
   // Encodes `coeffs` (coefficients in scan order: maxNum of them; for a 4x4
@@ -83,7 +83,7 @@ class CavlcEncoder {
       w.put(total == 0 ? 3u : static_cast<uint32_t>(((total - 1) << 2) | t1), 6);
     } else {
       const int col = shape == CavlcShape::kChroma420 ? 3 : shape == CavlcShape::kChroma422 ? 4 : nC < 2 ? 0 : nC < 4 ? 1 : 2;
-      const huxextras::Code& c = token_[col][total][t1];
+      const HuxVlcCode& c = token_[col][total][t1];
       if (!c.len) throw std::logic_error("no coeff_token code");
       w.put_code(c);
     }
@@ -136,13 +136,14 @@ class CavlcEncoder {
   }
 
  private:
-  using Lists = std::vector<std::vector<huxextras::Code>>;
-  static void load(Lists& dst, const std::vector<std::vector<const char*>>& src) {
-    dst.resize(src.size());
-    for (size_t i = 0; i < src.size(); ++i)
-      for (const char* s : src[i]) dst[i].push_back(huxextras::parse_code(s, 0));
+  using Lists = std::vector<std::vector<HuxVlcCode>>;
+  template <size_t Rows, size_t Cols>
+  static void load(Lists& dst, const char* const (&src)[Rows][Cols]) {
+    dst.resize(Rows);
+    for (size_t i = 0; i < Rows; ++i)
+      for (size_t k = 0; k < Cols && src[i][k]; ++k) huxVlcParse(src[i][k], 0, &dst[i].emplace_back());
   }
-  huxextras::Code token_[5][17][4] = {};
+  HuxVlcCode token_[5][17][4] = {};
   Lists tz_[3], rb_;
 };
 
@@ -155,11 +156,43 @@ inline void put_exp_golomb(WordBitWriter& w, uint32_t codeNum) {
   w.put(static_cast<uint32_t>(v), m + 1);
 }
 
-// The caller-side decoding tables and an encoder, built once per test program.
-inline const huxextras::CavlcTables& cavlc_tables() {
-  static const huxextras::CavlcTables t;
+// The caller-side decoding tables (built by the installed helper, as a caller
+// builds them) under the names the tests use, and an encoder; once per program.
+struct CavlcTables : HuxH264CavlcTables {
+  CavlcTables() {
+    if (huxH264BuildCavlcTables(this) != huxOk) throw std::logic_error("CAVLC tables");
+  }
+  CavlcTables(const CavlcTables&) = delete;
+  const uint32_t* const* coeff_token_4x4() const { return coeffToken4x4; }
+  const uint32_t* coeff_token_chroma420() const { return coeffTokenChroma420; }
+  const uint32_t* coeff_token_chroma422() const { return coeffTokenChroma422; }
+  const uint32_t* const* total_zeros_4x4() const { return totalZeros4x4; }
+  const uint32_t* const* total_zeros_chroma420() const { return totalZerosChroma420; }
+  const uint32_t* const* total_zeros_chroma422() const { return totalZerosChroma422; }
+  const uint32_t* const* run_before() const { return runBefore; }
+};
+inline const CavlcTables& cavlc_tables() {
+  static const CavlcTables t;
   return t;
 }
+// One table of the standard's codes in any layout (first-level and sub-table
+// widths): the coeff_token codes of a column, or row `row` of a value list.
+inline std::vector<uint32_t> vlc_table(const std::vector<HuxVlcCode>& codes, int first, int sub) {
+  std::vector<uint32_t> t(size_t{1} << 17);
+  t.resize(huxVlcBuild(codes.data(), codes.size(), first, sub, t.data(), t.size()));
+  if (t.empty()) throw std::logic_error("VLC table");
+  return t;
+}
+inline std::vector<HuxVlcCode> token_codes(int column) {
+  HuxVlcCode c[62];
+  return {c, c + huxH264CoeffTokenList(column, c)};
+}
+template <size_t Rows, size_t Cols>
+std::vector<HuxVlcCode> value_codes(const char* const (&lists)[Rows][Cols], size_t row) {
+  HuxVlcCode c[16];
+  return {c, c + huxVlcValueList(lists[row], Cols, c)};
+}
+
 inline const CavlcEncoder& cavlc_encoder() {
   static const CavlcEncoder e;
   return e;

@@ -49,7 +49,7 @@ TEST(Exports, EveryExportIsDescribed) {
   std::set<std::string> described;
   for (const Export& e : exports()) described.insert(e.name);
 #define HUX_EXPORT(name) \
-  if (std::string(#name) != "huxvcGetLibVersion") EXPECT_TRUE(described.count(#name)) << #name << " has no descriptor";
+  EXPECT_TRUE(std::string(#name) == "huxvcGetLibVersion" || described.count(#name)) << #name << " has no descriptor";
 #include "hux_exports.inc"
 #undef HUX_EXPORT
 }
