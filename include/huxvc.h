@@ -21,6 +21,7 @@
  * - @ref sad : block SADs for motion search.
  * - @ref h264cavlc : CAVLC and Exp-Golomb decoding.
  * - @ref h264xform : H.264 dequantisation and inverse transforms.
+ * - @ref h264deblock : H.264 deblocking.
  * - @ref core : memory, thread count and cache size (huxcore.h).
  * - @ref tables : the standard's CAVLC tables built into caller memory, scans, status texts
  *   (huxvc_tables.h, header-only C99).
@@ -1499,6 +1500,629 @@ HUX_API HuxResult HUX_STDCALL huxiBidir_H264_16u_P2P1R(const HuxBidir16u* pParam
  * @retval huxOk          the block was written
  */
 HUX_API HuxResult HUX_STDCALL huxiWeightedAverage_H264_8u_C1IR(const uint8_t* pSrc1, uint8_t* pSrcDst, int32_t srcDstStep, int32_t weight1, int32_t weight2, int32_t shift, int32_t offset, HuxSize roi);
+
+/** @} */
+/* ------------------------------------------------------------- H.264 deblocking */
+/**
+ * @defgroup h264deblock H.264 deblocking
+ * @brief In-loop deblocking of a macroblock's edges: luma, 4:2:0 and 4:2:2 chroma, MBAFF left edges (8u and 16u).
+ *
+ * In-loop deblocking of one plane of one macroblock, in place. Each call filters every edge of one
+ * direction (VerEdge: the vertical edges, filtered across columns; HorEdge: the horizontal edges,
+ * filtered across rows), from the macroblock's outer edge inwards (edge k = 0, 1, ...), each edge
+ * from its first line to its last, so every edge sees what the previous one wrote. The caller
+ * decides boundary strengths and thresholds; the library only filters.
+ *
+ * pSrcDst addresses the macroblock's top-left sample. The outer edge's p side lies left of (above)
+ * it: luma reads 4 columns (rows) before it and writes 3, chroma reads and writes 2 (reads) and 1
+ * (writes). Within the macroblock, luma reads all 16 columns (rows) and chroma those up to the q1
+ * sample of its last edge.
+ *
+ * Per edge: alpha and beta come from pAlpha[e], pBeta[e]; bS bytes and tc0 values per segment of
+ * samples along the edge:
+ *   Luma (16x16):        edges 0,4,8,12; sample i in segment i>>2; bS pBS[4k+seg]; tc0 pThresholds[4k+seg];
+ *                        e = 0 for k = 0, else 1.
+ *   Chroma 4:2:0 (8x8):  edges 0,4; segment i>>1; bS pBS[8k+seg] (the bS of luma edges 0 and 2);
+ *                        tc0 pThresholds[4k+seg]; e = k.
+ *   Chroma 4:2:2 Hor:    edges 0,4,8,12 (8 wide); segment i>>1; bS pBS[4k+seg]; tc0 pThresholds[4k+seg];
+ *                        e = 0 for k = 0, else 1.
+ *   Chroma 4:2:2 Ver:    edges 0,4 (16 high); segment i>>2; bS pBS[8k+seg]; tc0 pThresholds[4k+seg]; e = k.
+ *   Luma MBAFF:          the left edge only, 8 rows; segment i>>1; bS pBS[seg]; tc0 pThresholds[seg]; e = 0.
+ *   Chroma MBAFF:        the left edge only, 4 rows; bS pBS[i]; tc0 pThresholds[i]; e = 0.
+ * An edge whose four bS bytes are all 0 is passed over; a segment with bS 0 is left alone.
+ *
+ * A line p3 p2 p1 p0 | q0 q1 q2 q3 is filtered only when |p0-q0| < alpha, |p1-p0| < beta and
+ * |q1-q0| < beta. bS exactly 4 selects the strong filter (on any edge, internal ones too), every
+ * other non-zero value the normal one. With ap = |p2-p0| < beta, aq = |q2-q0| < beta (luma):
+ *   strong, luma: if ap and |p0-q0| < (alpha>>2)+2: p0' = (p2+2p1+2p0+2q0+q1+4)>>3,
+ *     p1' = (p2+p1+p0+q0+2)>>2, p2' = (2p3+3p2+p1+p0+q0+4)>>3; else p0' = (2p1+p0+q1+2)>>2;
+ *     the q side likewise with aq.
+ *   strong, chroma: p0' = (2p1+p0+q1+2)>>2, q0' = (2q1+q0+p1+2)>>2.
+ *   normal: tc = tc0 + ap + aq (luma) or tc0 + 1 (chroma); d = ((q0-p0)*4 + (p1-q1) + 4) >> 3
+ *     clamped to -tc..tc; p0' = p0 + d, q0' = q0 - d, each clamped to 0..255 (8u) or
+ *     0..(1 << bitDepth)-1 (16u); luma only: if ap, p1' = p1 + clamp(-tc0, tc0,
+ *     (p2 + ((p0+q0+1)>>1) - 2p1) >> 1), and q1 likewise with aq.
+ * Thresholds are used as given, for 16u too: pass alpha, beta and tc0 already scaled for the bit
+ * depth. Nothing but the null pointers is checked: the step, thresholds and bit depth are trusted.
+ * @{
+ */
+
+/** Arguments of the 8-bit 4:2:2 chroma forms, in the order of the six-argument forms. */
+typedef struct {
+  uint8_t* pSrcDst;            /**< the macroblock's top-left sample, filtered in place */
+  int32_t srcDstStep;          /**< row step in bytes */
+  const uint8_t* pAlpha;       /**< [2]: outer edge, internal edges (see the section introduction) */
+  const uint8_t* pBeta;        /**< [2]: same indexing */
+  const uint8_t* pThresholds;  /**< tc0 per segment */
+  const uint8_t* pBS;          /**< bS per segment, four bytes per edge */
+} HuxDeblockParams8u;
+
+/** Arguments of the 16-bit forms: steps in elements, results clamped to 0..(1 << bitDepth)-1. */
+typedef struct {
+  uint16_t* pSrcDst;           /**< the macroblock's top-left sample, filtered in place */
+  int32_t srcDstStep;          /**< row step in elements */
+  const uint16_t* pAlpha;      /**< [2] */
+  const uint16_t* pBeta;       /**< [2] */
+  const uint16_t* pThresholds; /**< tc0 per segment */
+  const uint8_t* pBS;          /**< bS per segment, four bytes per edge */
+  int32_t bitDepth;            /**< sample bit depth; values outside 0..16 act as the nearer end */
+} HuxDeblockParams16u;
+
+/**
+ * @brief Filters the four vertical luma edges (columns 0, 4, 8, 12) of a 16x16 macroblock in place.
+ *
+ * Reads 16 rows of columns -4..15 and writes columns -3..14 (the rest of that span may be rewritten
+ * with its own values; see the section introduction for the filter, the bS/tc0 segments and the
+ * alpha/beta entries).
+ * @param pSrcDst      top-left luma sample of the macroblock, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: outer edge, internal edges
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [16] tc0, four per edge
+ * @param pBS          [16] bS, four per edge
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLuma_VerEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the four horizontal luma edges (rows 0, 4, 8, 12) of a 16x16 macroblock in place.
+ *
+ * Reads rows -4..15 of 16 columns and writes rows -3..14.
+ * @param pSrcDst      top-left luma sample of the macroblock, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: outer edge, internal edges
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [16] tc0, four per edge
+ * @param pBS          [16] bS, four per edge
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLuma_HorEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x8 4:2:0 chroma block in place.
+ *
+ * Reads 8 rows of columns -2..5 and writes columns -1, 0, 3, 4 (other bytes of that span may be
+ * rewritten with their own values). Edge k takes pAlpha[k], pBeta[k], pBS[8k..8k+3] and
+ * pThresholds[4k..4k+3], each byte for two rows.
+ * @param pSrcDst      top-left chroma sample, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: edge 0, edge 1
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [8] tc0, four per edge
+ * @param pBS          [16] the luma bS bytes: 0..3 for edge 0, 8..11 for edge 1 (4..7, 12..15 unused)
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma_VerEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the two horizontal edges (rows 0, 4) of an 8x8 4:2:0 chroma block in place.
+ *
+ * Reads rows -2..5 of 8 columns and writes rows -1, 0, 3, 4. Indexing as the vertical form.
+ * @param pSrcDst      top-left chroma sample, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: edge 0, edge 1
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [8] tc0, four per edge
+ * @param pBS          [16] the luma bS bytes: 0..3 for edge 0, 8..11 for edge 1
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma_HorEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the left luma edge of an MBAFF macroblock (8 rows) in place.
+ *
+ * Reads 8 rows of columns -4..3 and writes columns -3..2. Row i takes pBS[i>>1] and
+ * pThresholds[i>>1]; alpha and beta entry 0 only.
+ * @param pSrcDst      top-left luma sample of the 8 rows, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [1] alpha
+ * @param pBeta        [1] beta
+ * @param pThresholds  [4] tc0
+ * @param pBS          [4] bS
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLuma_VerEdge_MBAFF_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the left chroma edge of an MBAFF macroblock (4 rows) in place.
+ *
+ * Reads 4 rows of columns -2..1 and writes columns -1 and 0. Row i takes pBS[i] and
+ * pThresholds[i]; alpha and beta entry 0 only. Nothing else of the block is filtered.
+ * @param pSrcDst      top-left chroma sample of the 4 rows, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [1] alpha
+ * @param pBeta        [1] beta
+ * @param pThresholds  [4] tc0
+ * @param pBS          [4] bS
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma_VerEdge_MBAFF_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x16 4:2:2 chroma block in place.
+ *
+ * Reads 16 rows of columns -2..5 and writes columns -1, 0, 3, 4 (other bytes of that span may be
+ * rewritten with their own values). Edge k takes alpha/beta entry k, pBS[8k + (i>>2)] and
+ * pThresholds[4k + (i>>2)] for row i.
+ * @param pDeblockInfo  the six arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdge_H264_8u_C1IR(const HuxDeblockParams8u* pDeblockInfo);
+/**
+ * @brief Filters the four horizontal edges (rows 0, 4, 8, 12) of an 8x16 4:2:2 chroma block in place.
+ *
+ * Reads rows -2..13 of 8 columns and writes rows 4k-1 and 4k. Edge k takes alpha/beta entry 0 for
+ * k = 0 and 1 otherwise, pBS[4k + (i>>1)] and pThresholds[4k + (i>>1)] for column i. The strong
+ * filter is chosen for a whole edge by its first bS byte: when pBS[4k] is 4, every segment of the
+ * edge with a non-zero bS takes the strong filter; otherwise every non-zero segment takes the normal
+ * one, a bS of 4 in a later segment included.
+ * @param pDeblockInfo  the six arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422HorEdge_H264_8u_C1IR(const HuxDeblockParams8u* pDeblockInfo);
+/**
+ * @brief Entry point of the 4:2:2 chroma MBAFF left edge (8u and 16u share it): does nothing.
+ *
+ * The operation is not provided; the pointer is not looked at (null included).
+ * @param pDeblockInfo  ignored
+ * @retval huxErrNotSupported  always
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdgeMBAFF_H264_8u_C1IR(const void* pDeblockInfo);
+/**
+ * @brief The same entry point as huxiFilterDeblockingChroma422VerEdgeMBAFF_H264_8u_C1IR: does nothing.
+ *
+ * @param pDeblockInfo  ignored
+ * @retval huxErrNotSupported  always
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdgeMBAFF_H264_16u_C1IR(const void* pDeblockInfo);
+/**
+ * @brief Filters the four vertical luma edges (columns 0, 4, 8, 12) of a 16x16 macroblock of 16-bit samples in place.
+ *
+ * Reads 16 rows of columns -4..15 and writes columns -3..14. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLumaVerEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the four horizontal luma edges (rows 0, 4, 8, 12) of a 16x16 macroblock of 16-bit samples in place.
+ *
+ * Reads rows -4..15 of 16 columns and writes rows -3..14. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLumaHorEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the left luma edge of an MBAFF macroblock (8 rows) of 16-bit samples in place.
+ *
+ * Reads 8 rows of columns -4..3 and writes columns -3..2; row i takes pBS[i>>1] and pThresholds[i>>1], alpha/beta entry 0. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * Returns huxOk at once, changing nothing, when pAlpha[0] is 0 or the four bS bytes are all 0.
+ * @param pDeblockInfo  the seven arguments; pThresholds [4], pBS [4]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLumaVerEdgeMBAFF_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x8 4:2:0 chroma block of 16-bit samples in place.
+ *
+ * Reads 8 rows of columns -2..5 and writes columns -1, 0, 3, 4; edge k takes alpha/beta entry k, pBS[8k + (i>>1)], pThresholds[4k + (i>>1)]. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChromaVerEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the two horizontal edges (rows 0, 4) of an 8x8 4:2:0 chroma block of 16-bit samples in place.
+ *
+ * Reads rows -2..5 of 8 columns and writes rows -1, 0, 3, 4; indexing as the vertical form. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChromaHorEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the left chroma edge of an MBAFF macroblock (4 rows) of 16-bit samples in place.
+ *
+ * Reads 4 rows of columns -2..1 and writes columns -1 and 0; row i takes pBS[i] and pThresholds[i], alpha/beta entry 0. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * Returns huxOk at once, changing nothing, when pAlpha[0] is 0 or the four bS bytes are all 0.
+ * @param pDeblockInfo  the seven arguments; pThresholds [4], pBS [4]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChromaVerEdgeMBAFF_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x16 4:2:2 chroma block of 16-bit samples in place.
+ *
+ * Reads 16 rows of columns -2..5 and writes columns -1, 0, 3, 4; edge k takes alpha/beta entry k, pBS[8k + (i>>2)], pThresholds[4k + (i>>2)]. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the four horizontal edges (rows 0, 4, 8, 12) of an 8x16 4:2:2 chroma block of 16-bit samples in place.
+ *
+ * Reads rows -2..13 of 8 columns and writes rows 4k-1 and 4k; edge k takes alpha/beta entry 0 for k = 0 and 1 otherwise, pBS[4k + (i>>1)], pThresholds[4k + (i>>1)]; the strong filter is chosen for a whole edge by its first bS byte, as in the 8u form. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422HorEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+
+/** @} */
+
+/* ------------------------------------------------------------------ H.264 intra prediction */
+/**
+ * @defgroup h264intra H.264 intra prediction
+ * @brief 4x4, 16x16 and chroma 8x8 intra predictors, in place on 8-bit pictures.
+ *
+ * The three predictors work in place on an 8-bit picture: pSrcDst is the block's top-left sample and the
+ * neighbours are read from the picture around it. availability says which neighbours exist (a set bit: present):
+ * bit 0 (1) the row above, bit 1 (2) the column to the left, bit 5 (32) the sample above-left, bit 6 (64) the four
+ * samples above-right (4x4 only); other bits are ignored. A sample whose bit is clear is never read.
+ * @{
+ */
+
+/**
+ * @brief Predicts a 4x4 luma block in place with one of the nine 4x4 modes.
+ *
+ * Modes: 0 vertical, 1 horizontal, 2 DC, 3 diagonal down-left, 4 diagonal down-right, 5 vertical-right,
+ * 6 horizontal-down, 7 vertical-left, 8 horizontal-up, with the standard's rounding (DC (4 above + 4 left + 4) >> 3,
+ * one side (4 + 2) >> 2, neither 128; three-tap (p + 2q + r + 2) >> 2 and two-tap (p + q + 1) >> 1 filters).
+ * A neighbour a mode needs but availability marks absent is replaced by 128 (all its samples) and the block is
+ * still predicted; the call then returns huxWrnNoNeighbour. Missing above-right samples (bit 6 clear) repeat the
+ * last sample above, without a warning. DC never warns.
+ * @param pSrcDst       the block in the picture (in place); reads up to 1 row above, 1 column left, 4 samples above-right
+ * @param srcDstStep    row step in bytes, at least 4
+ * @param mode          0 to 8
+ * @param availability  neighbour flags (see above)
+ * @retval huxErrNullPtr      pSrcDst is null
+ * @retval huxErrStep         srcDstStep below 4
+ * @retval huxErrOutOfRange   mode above 8 (nothing read or written)
+ * @retval huxWrnNoNeighbour  a needed neighbour was absent; 128 was used and the block written
+ * @retval huxOk              predicted
+ */
+HUX_API HuxResult HUX_STDCALL huxiPredictIntra_4x4_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode, uint32_t availability);
+
+/**
+ * @brief Predicts a 16x16 luma macroblock in place: 0 vertical, 1 horizontal, 2 DC, 3 plane.
+ *
+ * DC is (16 above + 16 left + 16) >> 5, (16 + 8) >> 4 from one side, 128 with neither. Plane: H and V the
+ * standard's weighted differences, b = (5 H + 32) >> 6, c = (5 V + 32) >> 6, a = 16 (last left + last above), each
+ * sample (a + b (x - 7) + c (y - 7) + 16) >> 5 clamped to 0..255. Vertical needs bit 0, horizontal bit 1, plane
+ * bits 0, 1 and 5; a mode whose neighbours are absent is refused and nothing is written.
+ * @param pSrcDst       the macroblock in the picture (in place)
+ * @param srcDstStep    row step in bytes, at least 16
+ * @param mode          0 to 3
+ * @param availability  neighbour flags (bit 6 unused)
+ * @retval huxErrNullPtr      pSrcDst is null
+ * @retval huxErrStep         srcDstStep below 16
+ * @retval huxErrNoNeighbour  the mode needs a neighbour marked absent (nothing written)
+ * @retval huxErrOutOfRange   mode above 3
+ * @retval huxOk              predicted
+ */
+HUX_API HuxResult HUX_STDCALL huxiPredictIntra_16x16_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode, uint32_t availability);
+
+/**
+ * @brief Predicts the 8x8 block of one 4:2:0 chroma plane in place: 0 DC, 1 horizontal, 2 vertical, 3 plane.
+ *
+ * Note the numbering: chroma mode 0 is DC and vertical is 2. DC is formed per 4x4 quarter: top-left and
+ * bottom-right from both sides ((8 samples + 4) >> 3), the top-right quarter from the row above if present else the
+ * left column, the bottom-left quarter from the left column if present else the row above ((4 + 2) >> 2), 128
+ * when neither. Plane: b = (17 H + 16) >> 5, c = (17 V + 16) >> 5, a = 16 (last left + last above), each sample
+ * (a + b (x - 3) + c (y - 3) + 16) >> 5 clamped to 0..255. Horizontal needs bit 1, vertical bit 0, plane bits 0, 1
+ * and 5; a mode whose neighbours are absent is refused and nothing is written.
+ * @param pSrcDst       the block in the plane (in place)
+ * @param srcDstStep    row step in bytes, at least 8
+ * @param mode          0 to 3
+ * @param availability  neighbour flags (bit 6 unused)
+ * @retval huxErrNullPtr      pSrcDst is null
+ * @retval huxErrStep         srcDstStep below 8
+ * @retval huxErrNoNeighbour  the mode needs a neighbour marked absent (nothing written)
+ * @retval huxErrOutOfRange   mode above 3
+ * @retval huxOk              predicted
+ */
+HUX_API HuxResult HUX_STDCALL huxiPredictIntraChroma8x8_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode, uint32_t availability);
+
+/** @} */
+
+/* ------------------------------------------------------------------ H.264 macroblock reconstruction */
+/**
+ * @defgroup h264recon H.264 macroblock reconstruction
+ * @brief Luma and chroma macroblocks rebuilt from the packed coefficient buffer: inter, intra 4x4, 8x8 and 16x16.
+ *
+ * Rebuild one 8-bit macroblock (luma) or both 4:2:0 chroma blocks (Cb and Cr planes sharing one step) in place,
+ * from the packed coefficient buffer: ppSrcCoeff points to the caller's pointer to the next unread entry, and each
+ * block whose bit is set in the coded block pattern takes its entries and moves that pointer past them (nothing is
+ * consumed for a clear bit, nothing at all when a check fails).
+ *
+ * Coded block pattern bits: 0 the Intra 16x16 luma DC (16 entries, the DC levels of the 16 blocks in raster order of
+ * the blocks); 1 + n luma 4x4 block n (16 entries), blocks numbered by 8x8 quadrants top-left, top-right,
+ * bottom-left, bottom-right and inside each the same order (block 1 at x 4, y 0; block 2 at x 0, y 4; block 4 at
+ * x 8, y 0; block 10 at x 0, y 12; block 12 at x 8, y 8); 17 Cb DC, 18 Cr DC (4 entries each, 2x2 raster);
+ * 19 + b Cb AC block b, 23 + b Cr AC block b (b: top-left, top-right, bottom-left, bottom-right; 16 entries, the
+ * first unused). Buffer order: luma DC, luma blocks 0..15, Cb DC, Cr DC, Cb AC 0..3, Cr AC 0..3. The 8x8-transform
+ * functions treat a quadrant as coded when any of its four luma bits is set and then take 64 entries, the
+ * quadrant's levels in raster order. Bits outside a function's range are ignored.
+ *
+ * Edge type (a set bit: that neighbouring macroblock is absent, the opposite sense to the availability flags of
+ * the intra predictors): bit 0 (1) left, bit 2 (4) above, bit 3 (8) above-right, bit 4 (16) above-left. From it each
+ * block's availability is derived as the standard's neighbour rules give: blocks of the top row take above and
+ * above-right from the macroblock above (the last column's above-right from the macroblock above-right); below
+ * the top row a block has its above-right samples only when they were reconstructed before it (4x4 blocks 3, 7,
+ * 11, 13 and 15 never have them). Intra blocks are predicted in block order from the samples reconstructed
+ * before them; 4x4 and 8x8 luma predictions substitute 128 for absent samples as huxiPredictIntra_4x4_H264_8u_C1IR
+ * does (no warning is returned), 16x16 and chroma predictions refuse with huxErrNoNeighbour.
+ *
+ * Residual arithmetic is that of the dequantisation and transform functions: "flat" forms dequantise with the
+ * table v(QP mod 6, class) << (QP / 6) in 16-bit products and saturating 16-bit passes (as
+ * huxiDequantTransformResidualAndAdd_H264_16s_C1I); LevelScale forms use the caller's LevelScale table as
+ * huxiTransformQuantInvAddPred4x4_H264_16s_C1IR (4x4) or huxiQuantLuma8x8Inv_H264_16s_C1I followed by
+ * huxiTransformLuma8x8InvAddPred_H264_16s8u_C1R (8x8). Every sample ends as prediction plus residual clamped to
+ * 0..255. bypassFlag (non-zero) selects transform bypass, and only when the QP argument is 0: the levels are the
+ * residual, unscaled and untransformed; in intra blocks predicted vertically (luma mode 0, chroma mode 2) or
+ * horizontally (luma mode 1, chroma mode 1) they accumulate down the columns or along the rows of the block
+ * (of the whole 8x8 chroma block), and a chroma block's DC level takes its first position.
+ * @{
+ */
+
+/**
+ * @brief Adds the residual of the coded luma 4x4 blocks (pattern bits 1..16) to an inter macroblock's prediction.
+ *
+ * Flat dequantisation, 4x4 inverse transform, (x + 32) >> 6, plus the picture's samples, clamped to 0..255.
+ * With no bit of 1..16 set nothing is read, written or consumed.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstYPlane  the macroblock's top-left luma sample (prediction in, result out)
+ * @param srcDstYStep    row step in bytes (not checked)
+ * @param cbp4x4         coded block pattern
+ * @param QP             luma QP, 0..51
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange  QP outside 0..51 (compared unsigned)
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInterMB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t cbp4x4, int32_t QP);
+
+/**
+ * @brief Inter luma with the caller's LevelScale4x4 table and transform bypass.
+ *
+ * Each coded 4x4 block: level x scale << (QP / 6 - 4) from QP 24, else (level x scale + 2^(3 - QP / 6)) >>
+ * (4 - QP / 6), saturated to 16 bits; inverse transform; added and clamped. At QP 0 with bypassFlag set the levels
+ * are added as they stand.
+ * @param ppSrcCoeff, pSrcDstYPlane, srcDstYStep, cbp4x4  as huxiReconstructLumaInterMB_H264_16s8u_C1R
+ * @param QP           luma QP, 0..51
+ * @param pQuantTable  LevelScale4x4 of QP mod 6 (16 entries, raster)
+ * @param bypassFlag   transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, *ppSrcCoeff or pQuantTable is null
+ * @retval huxErrOutOfRange  QP outside 0..51
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInter4x4MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t cbp4x4, int32_t QP, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Inter luma with the 8x8 transform: each coded quadrant's 64 levels dequantised with LevelScale8x8, inverse transformed and added.
+ *
+ * A quadrant is coded when any of its four pattern bits is set; it takes 64 entries (raster order). Dequantisation
+ * as huxiQuantLuma8x8Inv_H264_16s_C1I at QP / 6, the transform as huxiTransformLuma8x8InvAddPred_H264_16s8u_C1R.
+ * At QP 0 with bypassFlag set the 64 levels are added as they stand.
+ * @param pQuantTable  LevelScale8x8 of QP mod 6 (64 entries, raster)
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, *ppSrcCoeff or pQuantTable is null
+ * @retval huxErrOutOfRange  QP outside 0..51
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInter8x8MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t cbp4x4, int32_t QP, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra 4x4 luma macroblock: predicts each 4x4 block in block order and adds its residual before the next.
+ *
+ * Blocks are dequantised with the flat LevelScale4x4 table (the LevelScale rule of
+ * huxiReconstructLumaInter4x4MB_H264_16s8u_C1R with 16 x v(QP mod 6, class)).
+ * @param pMBIntraTypes  16 modes (0..8 as huxiPredictIntra_4x4_H264_8u_C1IR), one per block in block order
+ * @param edgeType       absent neighbouring macroblocks (see above)
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8 (nothing written)
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraMB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType);
+
+/**
+ * @brief Intra 4x4 luma macroblock with the caller's LevelScale4x4 table and transform bypass.
+ *
+ * As huxiReconstructLumaIntraMB_H264_16s8u_C1R with pQuantTable in place of the flat table; at QP 0 with
+ * bypassFlag set the levels are added unscaled (accumulated for vertical and horizontal blocks).
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra 8x8 luma macroblock: each quadrant predicted with the 8x8 modes and reference-sample filtering, then its residual added.
+ *
+ * The 8x8 prediction filters the row above (16 samples, the above-right ones repeating the last above sample when
+ * absent), the corner and the left column with the standard's [1 2 1] rules before applying mode 0..8 (the 4x4
+ * numbering); absent samples are 128. pQuantTable null means the flat LevelScale8x8 (16 x normAdjust8x8).
+ * @param pMBIntraTypes  4 modes, one per quadrant
+ * @param pQuantTable    LevelScale8x8 of QP mod 6 (64 entries), or null
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode outside 0..8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const int32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra 16x16 luma macroblock: prediction, DC Hadamard and dequantisation, then every block with its DC.
+ *
+ * The prediction (modes of huxiPredictIntra_16x16_H264_8u_C1IR; vertical needs the macroblock above, horizontal
+ * the left one, plane all three of above, left and above-left) is written even with no pattern bit set. Bit 0:
+ * 16 DC levels transformed as huxiTransformDequantLumaDC_H264_16s_C1I; without it the DCs are 0. Block n takes DC
+ * entry 4 x (its row) + (its column) (block 2 takes entry 4); a coded block's levels 1..15 are dequantised with the
+ * flat tables and transformed with that DC, an uncoded one receives (DC + 32) >> 6.
+ * @param intraLumaMode  0 vertical, 1 horizontal, 2 DC, 3 plane
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange   QP outside 0..51, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent macroblock (nothing written or consumed)
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra16x16MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t intraLumaMode, uint32_t cbp4x4, int32_t QP, uint8_t edgeType);
+
+/**
+ * @brief The same operation as huxiReconstructLumaIntra16x16MB_H264_16s8u_C1R under its second name.
+ *
+ * Identical arguments, arithmetic, checks and statuses; it forwards to that function.
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra_16x16MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t intraLumaMode, uint32_t cbp4x4, int32_t QP, uint8_t edgeType);
+
+/**
+ * @brief Adds the chroma residual (pattern bits 17..26) to the Cb and Cr predictions of an inter macroblock.
+ *
+ * Cb DC then Cr DC: 2x2 transform and dequantisation as huxiTransformDequantChromaDC_H264_16s_C1I (zeros when the
+ * bit is clear); then for Cb, then Cr, AC blocks 0..3: a coded block's levels 1..15 dequantised with the flat
+ * tables and transformed with its DC, an uncoded one (DC + 32) >> 6; added and clamped. With no bit of 17..26 set
+ * nothing is read, written or consumed.
+ * @param pSrcDstUPlane, pSrcDstVPlane  the 8x8 Cb and Cr blocks (in place)
+ * @param srcDstUVStep  row step of both planes, bytes
+ * @param chromaQP      0..39
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange  chromaQP outside 0..39
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaInterMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t cbp4x4, int32_t chromaQP);
+
+/**
+ * @brief Inter chroma with a QP and LevelScale4x4 table per plane, and transform bypass.
+ *
+ * DC: 2x2 transform then (x x scale[0]) >> (5 - QP / 6) below QP 30, << (QP / 6 - 5) from it (as
+ * huxiTransformQuantInvChromaDC2x2_H264_16s_C1I); AC as the LevelScale 4x4 rule. A plane whose QP is 0 with
+ * bypassFlag set takes its levels as they stand (the DC level in each block's first position).
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, *ppSrcCoeff, pQuantTableU or pQuantTableV is null
+ * @retval huxErrOutOfRange  either QP outside 0..39
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaInter4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
+
+/**
+ * @brief Intra chroma: predicts both 8x8 planes (modes of huxiPredictIntraChroma8x8_H264_8u_C1IR) and adds the residual as the inter form.
+ *
+ * DC needs nothing, horizontal the left macroblock, vertical the one above, plane all three of above, left and
+ * above-left; a refusal comes before anything is written or consumed.
+ * @param intraChromaMode  0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange   chromaQP outside 0..39, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent macroblock
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeType);
+
+/**
+ * @brief Intra chroma with a QP and LevelScale4x4 table per plane, and transform bypass.
+ *
+ * Prediction as huxiReconstructChromaIntraMB_H264_16s8u_P2R, residual as huxiReconstructChromaInter4x4MB_H264_16s8u_P2R
+ * (bypassed horizontal and vertical planes accumulate their levels across the whole 8x8 block).
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, *ppSrcCoeff, pQuantTableU or pQuantTableV is null
+ * @retval huxErrOutOfRange   either QP outside 0..39, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent macroblock
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeType, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
+
+/*
+ * Half forms, for macroblock pairs whose left neighbours are split between two macroblocks (a field macroblock
+ * beside a frame pair, or a left pair of which only one macroblock may be used): the whole macroblock is
+ * rebuilt as by the non-Half form, but the left neighbour of its upper half (luma rows 0..7, chroma rows 0..3) and
+ * of its lower half (luma rows 8..15, chroma rows 4..7) have separate availability. The left samples of both
+ * halves are read from the column to the left of the macroblock at the same row step, so a caller passes the
+ * pointer and step under which that column holds the neighbours the standard's derivation gives (for a field
+ * macroblock of a frame-coded picture: the field's rows at twice the frame step). Luma edge type bits: 0 (1) the
+ * upper half's left macroblock absent, 1 (2) the lower half's left macroblock absent, 2 (4) above, 3 (8)
+ * above-right, 4 (16) above-left (of the upper half), 5 (32) the left sample just above row 8 (the lower half's
+ * above-left) absent. The non-Half functions ignore bits 1 and 5. Chroma takes an edge type per half: the upper
+ * one as in huxiReconstructChromaIntraMB_H264_16s8u_P2R, of the lower one only bit 0 (its left) counts.
+ */
+
+/**
+ * @brief Intra 4x4 luma macroblock (flat LevelScale) with the left neighbour split in halves.
+ *
+ * As huxiReconstructLumaIntraMB_H264_16s8u_C1R, with the Half edge type above.
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @retval huxErrStep        srcDstYStep below 1
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType);
+
+/**
+ * @brief Intra 4x4 luma macroblock with LevelScale4x4 and bypass, the left neighbour split in halves.
+ *
+ * As huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R, with the Half edge type above.
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null
+ * @retval huxErrStep        srcDstYStep below 1
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const uint32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra 8x8 luma macroblock with the left neighbour split in halves.
+ *
+ * As huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R (pQuantTable may be null: flat), with the Half edge type above:
+ * the bottom-left quadrant's left column follows bit 1 and its above-left sample bit 5.
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @retval huxErrStep        srcDstYStep below 1
+ * @retval huxErrOutOfRange  QP outside 0..51, or a mode outside 0..8
+ * @retval huxOk             done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, const int32_t* pMBIntraTypes, uint32_t cbp4x4, int32_t QP, uint8_t edgeType, const int16_t* pQuantTable, uint8_t bypassFlag);
+
+/**
+ * @brief Intra chroma with the left neighbour split in halves, one edge type per half.
+ *
+ * DC: each 4x4 quarter uses the left half beside it (its availability from that half's edge type). Horizontal and
+ * plane need both halves' left neighbours (plane also above and above-left, from the upper edge type); vertical
+ * needs the macroblock above. The residual as huxiReconstructChromaInterMB_H264_16s8u_P2R at chromaQP.
+ * @param edgeTypeTop     left (bit 0), above (bit 2), above-left (bit 4) absent, for the upper half and the block
+ * @param edgeTypeBottom  bit 0: the lower half's left neighbour absent; other bits ignored
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * @retval huxErrOutOfRange   chromaQP outside 0..51, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour (nothing written or consumed)
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom);
+
+/**
+ * @brief The same operation as huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R under its second name; it forwards to it.
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom);
 
 /** @} */
 

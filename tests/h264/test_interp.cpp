@@ -60,7 +60,7 @@ const Describe kExports({
     describe("huxiInterpolateBlock_H264_8u_P3P1R", huxiInterpolateBlock_H264_8u_P3P1R,
              {in(kZero8), in(kZero8), out(16 * 16), val(16, kAvgSize, {5}), val(16, kAvgSize, {7}), val(64), val(64), val(16)}),
     describe("huxiExpandPlane_H264_8u_C1R", huxiExpandPlane_H264_8u_C1R,
-             {out_at(16 * 16, 4 * 16 + 4), val(4, {{0, huxErrSize, 1}}), val(4, {{3, huxErrSize, 1}, {0, huxErrSize, 1}}),
+             {at(out(16 * 16), 4 * 16 + 4), val(4, {{0, huxErrSize, 1}}), val(4, {{3, huxErrSize, 1}, {0, huxErrSize, 1}}),
               val(16), val(4, {{-1, huxErrBadArg, 2}}, {0}), val(0, {{3, huxErrBadArg, 2}, {-1, huxErrBadArg, 2}}, {1, 2})}),
 });
 

@@ -36,18 +36,12 @@ struct Arg {
   bool checked = true;       // a null pointer here is refused
   bool innerChecked = true;  // kRef: a null pointer held here is refused
   int rank = 0;              // a pointer tested after the value checks of lower rank
-  size_t offset = 0;         // kOut: the pointer passed addresses this byte of the block
+  size_t offset = 0;         // kOut: the pointer passed is this many bytes into the block
 };
 
 inline Arg in(const void* p, bool checked = true) { return {Arg::kIn, p, {}, 0, {}, {}, checked}; }
 inline Arg out(std::vector<uint8_t> bytes, bool checked = true) { return {Arg::kOut, nullptr, std::move(bytes), 0, {}, {}, checked}; }
 inline Arg out(size_t n, bool checked = true) { return out(std::vector<uint8_t>(n, 0x5A), checked); }
-// A block the export also writes before its pointer (padding around a plane).
-inline Arg out_at(size_t n, size_t offset) {
-  Arg a = out(n);
-  a.offset = offset;
-  return a;
-}
 template <class T>
 Arg out_value(T v) {
   std::vector<uint8_t> b(sizeof v);
@@ -62,6 +56,11 @@ inline Arg after(Arg a, int rank) {
   a.rank = rank;
   return a;
 }
+// A pointer into a block, for exports that also touch bytes before it.
+inline Arg at(Arg a, size_t offset) {
+  a.offset = offset;
+  return a;
+}
 // A HuxSize argument's value: the width in the low word, the height in the high one.
 constexpr int64_t size_arg(int32_t width, int32_t height) {
   return static_cast<int64_t>(static_cast<uint32_t>(width)) | static_cast<int64_t>(height) * (int64_t{1} << 32);
@@ -74,7 +73,13 @@ struct Export {
   const char* name;
   std::vector<Arg> args;
   std::function<HuxResult(const int64_t*)> call;
+  HuxResult ok = huxOk;  // what the valid call returns
 };
+// An export whose valid call returns `st` (an entry point that always refuses).
+inline Export returns(Export e, HuxResult st) {
+  e.ok = st;
+  return e;
+}
 
 namespace detail {
 template <class P>
@@ -138,12 +143,12 @@ inline std::vector<std::string> run_export(const Export& e) {
         fails.push_back(what + ": argument " + std::to_string(i) + " written on failure");
     }
   };
-  run(-1, false, {}, huxOk, "valid arguments");
+  run(-1, false, {}, e.ok, "valid arguments");
   std::vector<std::pair<size_t, Bad>> bads;
   for (size_t i = 0; i < n; ++i) {
     const Arg& a = e.args[i];
     for (const Bad& b : a.bad) bads.push_back({i, b});
-    for (int64_t v : a.alsoGood) run(-1, false, {{i, v}}, huxOk, "argument " + std::to_string(i) + " = " + std::to_string(v));
+    for (int64_t v : a.alsoGood) run(-1, false, {{i, v}}, e.ok, "argument " + std::to_string(i) + " = " + std::to_string(v));
   }
   for (size_t i = 0; i < n; ++i)
     for (const bool inner : {false, true}) {
