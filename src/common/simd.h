@@ -10,6 +10,17 @@
 #define HUX_KERNELS ref
 #endif
 
+// Hand-written x86 assembly (GNU as, ELF targets) for the exports where the
+// compiler's code around a short kernel costs a visible share: set when the
+// SSE2 kernels are built with GCC or Clang for 32- or 64-bit x86 and not
+// turned off with HUX_NO_ASM (then the intrinsics kernels serve instead).
+#if defined(HUX_SSE2) && HUX_SSE2 && (defined(__GNUC__) || defined(__clang__)) && defined(__ELF__) && \
+    (defined(__i386__) || (defined(__x86_64__) && !defined(__ILP32__))) && !defined(HUX_NO_ASM)
+#define HUX_ASM 1
+#else
+#define HUX_ASM 0
+#endif
+
 #include <cstdint>
 #include <cstring>
 #include <type_traits>

@@ -1,8 +1,10 @@
 // Block SAD exports: pointer checks, then the kernel for the block shape and
-// half-sample position, inlined here. Steps, block sizes and selector ranges
-// are never checked. The selector is divided by four without a mask, so values
-// of 16 and above are outside the interface; they are masked here to one of
-// the four positions.
+// half-sample position, inlined here (the byte SADs' integer positions, and
+// on 64-bit their vertical and horizontal half-sample positions, are in
+// assembly in x86/sad_asm.cpp where it is built). Steps, block sizes and
+// selector ranges are never checked. The selector is divided by four without
+// a mask, so values of 16 and above are outside the interface; they are
+// masked here (and in the assembly) to one of the four positions.
 #include "huxvc.h"
 #include "me/sad_kernels.h"
 
@@ -13,11 +15,11 @@ namespace {
 
 constexpr int half_pel(int32_t mcType) { return (mcType >> 2) & 3; }
 
-// The half-sample kernels stay out of line, reached by a tail call, so that
-// the integer path, the one a motion search calls most, compiles without a
-// stack frame.
+// The half-sample kernels of the byte SADs, inlined into the out-of-line
+// functions below (hux_me_sad*_half), which the integer path reaches by one
+// jump so that it needs no stack frame.
 template <int W, int H>
-[[gnu::noinline]] HuxResult sad_half(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep,
+HUX_INLINE HuxResult sad_half(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep,
                                      int32_t* sad, int hp) {
   if (hp == me::kVertical)
     *sad = k::sad<W, H, me::kVertical>(src, srcStep, ref, refStep);
@@ -27,6 +29,7 @@ template <int W, int H>
     *sad = k::sad<W, H, me::kDiagonal>(src, srcStep, ref, refStep);
   return huxOk;
 }
+// The same for the word SADs, out of line and reached by a tail call.
 template <int W, int H>
 [[gnu::noinline]] HuxResult sad16u_half(const uint16_t* src, int32_t srcStep, const uint16_t* ref, int32_t refStep,
                                         int32_t* sad, int hp) {
@@ -39,19 +42,10 @@ template <int W, int H>
   return huxOk;
 }
 
-template <int W, int H>
-HuxResult sad8(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad,
-               int32_t mcType) {
-  if (!src | !ref | !sad) return huxErrNullPtr;
-  if (__builtin_expect((mcType & 12) != 0, 0)) return sad_half<W, H>(src, srcStep, ref, refStep, sad, half_pel(mcType));
-  *sad = k::sad<W, H, me::kInteger>(src, srcStep, ref, refStep);
-  return huxOk;
-}
-
 // Shapes that take a selector and ignore it: integer position only.
 template <int W, int H>
 HuxResult sad8_integer(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad) {
-  if (!src || !ref || !sad) return huxErrNullPtr;
+  if (__builtin_expect(!src || !ref || !sad, 0)) return huxErrNullPtr;
   *sad = k::sad<W, H, me::kInteger>(src, srcStep, ref, refStep);
   return huxOk;
 }
@@ -79,34 +73,55 @@ HuxResult sad_line(const uint8_t* src, int32_t srcStep, const uint8_t* ref, int3
 
 extern "C" {
 
-HUX_API HuxResult HUX_STDCALL huxiSAD16x16_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
-                                                 int32_t refStep, int32_t* pSAD, int32_t mcType) {
-  return sad8<16, 16>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
-}
-HUX_API HuxResult HUX_STDCALL huxiSAD16x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
-                                                    int32_t refStep, int32_t* pSAD, int32_t mcType) {
-  return sad8<16, 8>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
-}
-HUX_API HuxResult HUX_STDCALL huxiSAD8x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
-                                                   int32_t refStep, int32_t* pSAD, int32_t mcType) {
-  return sad8<8, 8>(pSrc, srcStep, pRef, refStep, pSAD, mcType);
-}
+// Half-sample positions of the shapes that have them, with the exports'
+// arguments: the integer path (here or in x86/sad_asm.cpp) jumps to these
+// when the selector asks for a half-sample position.
+#define HUX_SAD_HALF(W, H)                                                                               \
+  [[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_me_sad##W##x##H##_half(                        \
+      const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* sad, int32_t mcType) { \
+    return sad_half<W, H>(src, srcStep, ref, refStep, sad, half_pel(mcType));                            \
+  }
+HUX_SAD_HALF(16, 16)
+HUX_SAD_HALF(16, 8)
+HUX_SAD_HALF(8, 8)
+#undef HUX_SAD_HALF
+
+#if !HUX_ASM
+// Without the assembly exports: the same checks and dispatch in C++.
+#define HUX_SAD8_EXPORT(name, W, H)                                                                          \
+  HUX_API HuxResult HUX_STDCALL name(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef, int32_t refStep, \
+                                     int32_t* pSAD, int32_t mcType) {                                        \
+    if (!pSrc || !pRef || !pSAD) return huxErrNullPtr;                                                       \
+    if (__builtin_expect((mcType & 12) != 0, 0))                                                             \
+      return hux_me_sad##W##x##H##_half(pSrc, srcStep, pRef, refStep, pSAD, mcType);                         \
+    *pSAD = k::sad<W, H, me::kInteger>(pSrc, srcStep, pRef, refStep);                                       \
+    return huxOk;                                                                                            \
+  }
+HUX_SAD8_EXPORT(huxiSAD16x16_8u32s, 16, 16)
+HUX_SAD8_EXPORT(huxiSAD16x8_8u32s_C1R, 16, 8)
+HUX_SAD8_EXPORT(huxiSAD8x8_8u32s_C1R, 8, 8)
+#undef HUX_SAD8_EXPORT
+#endif
 HUX_API HuxResult HUX_STDCALL huxiSAD8x16_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
                                                     int32_t refStep, int32_t* pSAD, int32_t) {
   return sad8_integer<8, 16>(pSrc, srcStep, pRef, refStep, pSAD);
 }
+#if !HUX_ASM
 HUX_API HuxResult HUX_STDCALL huxiSAD8x4_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
                                                    int32_t refStep, int32_t* pSAD, int32_t) {
   return sad8_integer<8, 4>(pSrc, srcStep, pRef, refStep, pSAD);
 }
+#endif
 HUX_API HuxResult HUX_STDCALL huxiSAD4x8_8u32s_C1R(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
                                                    int32_t refStep, int32_t* pSAD, int32_t) {
   return sad8_integer<4, 8>(pSrc, srcStep, pRef, refStep, pSAD);
 }
+#if !HUX_ASM
 HUX_API HuxResult HUX_STDCALL huxiSAD4x4_8u32s(const uint8_t* pSrc, int32_t srcStep, const uint8_t* pRef,
                                                int32_t refStep, int32_t* pSAD, int32_t) {
   return sad8_integer<4, 4>(pSrc, srcStep, pRef, refStep, pSAD);
 }
+#endif
 HUX_API HuxResult HUX_STDCALL huxiSAD16x16_16u32s_C1R(const uint16_t* pSrc, int32_t srcStep, const uint16_t* pRef,
                                                       int32_t refStep, int32_t* pSAD, int32_t mcType) {
   return sad16<16, 16>(pSrc, srcStep, pRef, refStep, pSAD, mcType);

@@ -10,11 +10,17 @@ using hux::check::Trial;
 
 // The reference spans one more row for the vertical and diagonal positions,
 // one more column for the horizontal and diagonal ones.
-template <class T, int W, int H, int M>
+template <class T, int W, int H, int M, bool Export = false>
 void sad(Trial& t, int64_t hi) {
   const auto c = t.rows<T>(W, H, hux::check::kAny & ~(sizeof(T) > 1 ? hux::check::kOdd : 0), 0, hi);
   const auto r = t.rows<T>(W + (M >> 1), H + (M & 1), hux::check::kAny & ~(sizeof(T) > 1 ? hux::check::kOdd : 0), 0, hi);
   const std::string label = std::to_string(W) + "x" + std::to_string(H) + "/" + "ivhd"[M] + (sizeof(T) > 1 ? "/16u" : "");
+#if HUX_ASM
+  if constexpr (Export) {
+    t.compare(label + "/asm", &me::ref::sad<W, H, M>, &me::sse2::sad_export<W, H, M>, c.p, c.step, r.p, r.step);
+    return;
+  }
+#endif
   if constexpr (sizeof(T) == 1) t.compare(label, &me::ref::sad<W, H, M>, &me::sse2::sad<W, H, M>, c.p, c.step, r.p, r.step);
   else t.compare(label, &me::ref::sad16u<W, H, M>, &me::sse2::sad16u<W, H, M>, c.p, c.step, r.p, r.step);
 }
@@ -34,6 +40,20 @@ HUX_CHECK(me, sad, 256) {
   sad<uint8_t, 8, 4, 0>(t, 255);
   sad<uint8_t, 4, 8, 0>(t, 255);
   sad<uint8_t, 4, 4, 0>(t, 255);
+#if HUX_ASM
+  // The assembly exports.
+  sad<uint8_t, 16, 16, me::kInteger, true>(t, 255);
+  sad<uint8_t, 16, 8, me::kInteger, true>(t, 255);
+  sad<uint8_t, 8, 8, me::kInteger, true>(t, 255);
+  sad<uint8_t, 8, 4, me::kInteger, true>(t, 255);
+  sad<uint8_t, 4, 4, me::kInteger, true>(t, 255);
+  sad<uint8_t, 16, 16, me::kVertical, true>(t, 255);
+  sad<uint8_t, 16, 16, me::kHorizontal, true>(t, 255);
+  sad<uint8_t, 16, 8, me::kVertical, true>(t, 255);
+  sad<uint8_t, 16, 8, me::kHorizontal, true>(t, 255);
+  sad<uint8_t, 8, 8, me::kVertical, true>(t, 255);
+  sad<uint8_t, 8, 8, me::kHorizontal, true>(t, 255);
+#endif
   // Word samples at 16 bits (the interpolating sums saturate), 14 and 10.
   const int64_t hi = t.pick({65535, 16383, 1023});
   all_positions<uint16_t, 16, 16>(t, hi);

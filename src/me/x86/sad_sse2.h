@@ -9,6 +9,7 @@
 
 #include <emmintrin.h>
 
+#include "huxvc.h"
 #include "me/sad_kernels.h"
 
 namespace hux::me::sse2 {
@@ -221,6 +222,27 @@ HUX_INLINE int32_t sad16u(const uint16_t* cur, int32_t cs, const uint16_t* ref, 
   }
   return hsum32(acc);
 }
+
+#if HUX_ASM
+// The assembly exports (x86/sad_asm.cpp) through the kernel signature, so the
+// checker holds them to the reference kernels beside the intrinsics ones:
+// the integer position of 16x16, 16x8, 8x8, 8x4 and 4x4, and on 64-bit x86
+// the vertical and horizontal half-sample positions of 16x16, 16x8 and 8x8.
+template <int W, int H>
+constexpr auto asm_export() {
+  if constexpr (W == 16 && H == 16) return &huxiSAD16x16_8u32s;
+  else if constexpr (W == 16 && H == 8) return &huxiSAD16x8_8u32s_C1R;
+  else if constexpr (W == 8 && H == 8) return &huxiSAD8x8_8u32s_C1R;
+  else if constexpr (W == 8 && H == 4) return &huxiSAD8x4_8u32s_C1R;
+  else return &huxiSAD4x4_8u32s;
+}
+template <int W, int H, int Mode>
+int32_t sad_export(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs) {
+  int32_t s = -1;
+  asm_export<W, H>()(cur, cs, ref, rs, &s, Mode << 2);
+  return s;
+}
+#endif
 
 template <int B>
 HUX_INLINE void sad_blocks(const uint8_t* cur, int32_t cs, const uint8_t* ref, int32_t rs, uint16_t* out) {
