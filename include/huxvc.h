@@ -2742,6 +2742,334 @@ HUX_API HuxResult HUX_STDCALL huxiSumsDiff8x8Blocks4x4_16u32s_C1R(const uint16_t
 
 /** @} */
 
+/* ---------------------------------------------- H.264 luma and chroma interpolation */
+/**
+ * @defgroup h264interp H.264 luma and chroma interpolation
+ * @brief Motion-compensated prediction blocks: quarter-sample luma, eighth-sample chroma (8u and 16u),
+ *        with edge replication in the Top, Bottom and Block forms; averaging of two predictions;
+ *        padding of a decoded plane.
+ *
+ * Luma: quarter-sample fractions dx, dy in 0..3 and the 6-tap filter (1, -5, 20, 20, -5, 1). Half
+ * samples are (sum + 16) >> 5; the centre sample filters the unrounded, unclamped sums of one
+ * direction in the other, (sum + 512) >> 10; each is clamped to 0..255 (8u) or 0..(1 << bitDepth) - 1
+ * (16u; depths outside 1..16 act as the nearer end). Quarter samples are (p + q + 1) >> 1 of the two
+ * clamped integer or half samples the standard assigns. Nothing wraps: every result is exact.
+ * Chroma: fractions 0..7, ((8-dx)(8-dy)A + dx(8-dy)B + (8-dx)dy C + dx dy D + 32) >> 6 with A, B the
+ * samples of the row and C, D those of the next row; no clamping is needed.
+ *
+ * Samples read by the plain forms, relative to the block: a luma form reads columns -2 .. width+2 of
+ * its rows when dx != 0 (else columns 0 .. width-1) and rows -2 .. height+2 when dy != 0 (else rows
+ * 0 .. height-1); a chroma form reads one more column when dx != 0 and one more row when dy != 0. The
+ * caller guarantees those samples, except where a Top, Bottom or Block form replicates the picture's
+ * edges itself (in stack work areas; nothing is allocated).
+ *
+ * 8u widths are checked permissively and choose the kernel: luma widths whose bits lie in {4, 8, 16}
+ * pass and select by (width * 2) & 48, so 0 and 4 write 4 columns, 8 and 12 write 8, 16 to 28 write 16;
+ * chroma widths whose bits lie in {2, 4, 8} select by width & 12: 0 and 2 write 2 columns, 4 and 6
+ * write 4, 8 to 14 write 8. A height that passes its check but is not positive writes nothing. The 16u
+ * forms write exactly width columns.
+ * @{
+ */
+
+/** Parameter block of the 16-bit plain, Top and Bottom forms. Steps count elements (16-bit samples). */
+typedef struct {
+  const uint16_t* pSrc; /**< source sample at the block's integer position */
+  int32_t srcStep;      /**< source row step, elements */
+  uint16_t* pDst;       /**< destination block */
+  int32_t dstStep;      /**< destination row step, elements */
+  int32_t dx;           /**< horizontal fraction: luma 0..3, chroma 0..7 */
+  int32_t dy;           /**< vertical fraction: luma 0..3, chroma 0..7 */
+  int32_t width;        /**< block width */
+  int32_t height;       /**< block height */
+  int32_t bitDepth;     /**< luma results clamp to 0..(1 << bitDepth) - 1; not read by the chroma forms */
+} HuxInterpolation16u;
+
+/** Parameter block of the Block forms: whole reference plane(s), the block's place and its motion
+ *  vector. The pointers address 8-bit samples in the 8u forms and 16-bit samples in the 16u forms. */
+typedef struct {
+  const void* pSrc[2]; /**< sample (0,0) of the reference picture: luma, or the two chroma planes */
+  int32_t srcStep;     /**< reference row step (bytes for 8u, elements for 16u), both planes */
+  void* pDst[2];       /**< destination block(s): luma, or the two chroma blocks */
+  int32_t dstStep;     /**< destination row step, both blocks */
+  int32_t frameWidth;  /**< picture width in samples of this plane */
+  int32_t frameHeight; /**< picture height in rows */
+  int32_t blockWidth;  /**< block width */
+  int32_t blockHeight; /**< block height */
+  int32_t blockX;      /**< block column in the picture */
+  int32_t blockY;      /**< block row in the picture */
+  int32_t mvX;         /**< motion vector, horizontal: luma quarter samples, chroma eighth samples */
+  int32_t mvY;         /**< motion vector, vertical */
+  int32_t bitDepth;    /**< 16u forms: the clamp depth, as in HuxInterpolation16u */
+} HuxInterpolationBlock;
+
+/**
+ * @brief Luma prediction block at quarter-sample fraction (dx, dy), 8-bit.
+ *
+ * Arithmetic and samples read as in the section introduction. Steps are not checked (negative steps
+ * walk upwards).
+ * @param pSrc     source sample at the block's integer position
+ * @param srcStep  source row step, bytes
+ * @param[out] pDst  destination block
+ * @param dstStep  destination row step, bytes
+ * @param dx       horizontal quarter-sample fraction, 0..3
+ * @param dy       vertical quarter-sample fraction, 0..3
+ * @param roi      width (bits only in {4, 8, 16}) and height (a multiple of 4)
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy outside 0..3 (tested unsigned: negatives fail)
+ * @retval huxErrSize     roi.height not a multiple of 4, or roi.width & ~28 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, HuxSize roi);
+/**
+ * @brief huxiInterpolateLuma_H264_8u_C1R with the picture's first row repeated above it.
+ *
+ * The picture's first row is pSrc + outPixels * srcStep; every row the filter reaches above it reads
+ * that row instead. Columns are not treated: the caller guarantees them.
+ * @param pSrc       source sample at the block's integer position
+ * @param srcStep    source row step, bytes
+ * @param[out] pDst  destination block
+ * @param dstStep    destination row step, bytes
+ * @param dx         horizontal quarter-sample fraction, 0..3
+ * @param dy         vertical quarter-sample fraction, 0..3
+ * @param outPixels  block rows above the picture's first row (zero or negative: the block starts inside)
+ * @param roi        as in huxiInterpolateLuma_H264_8u_C1R
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy outside 0..3
+ * @retval huxErrSize     roi.height not a multiple of 4, or roi.width & ~28 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief huxiInterpolateLuma_H264_8u_C1R with the picture's last row repeated below it.
+ *
+ * The picture's last row is block row roi.height - 1 - outPixels; every row the filter reaches below
+ * it reads that row instead (with outPixels >= roi.height + 2 every row is a copy of it).
+ * @param pSrc       source sample at the block's integer position
+ * @param srcStep    source row step, bytes
+ * @param[out] pDst  destination block
+ * @param dstStep    destination row step, bytes
+ * @param dx         horizontal quarter-sample fraction, 0..3
+ * @param dy         vertical quarter-sample fraction, 0..3
+ * @param outPixels  block rows below the picture's last row (signed)
+ * @param roi        as in huxiInterpolateLuma_H264_8u_C1R
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy outside 0..3
+ * @retval huxErrSize     roi.height not a multiple of 4, or roi.width & ~28 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBottom_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief Luma prediction block of 16-bit samples at quarter-sample fraction (dx, dy).
+ *
+ * Results clamp to 0..(1 << bitDepth) - 1; samples read as in the section introduction.
+ * @param p  the parameter block (steps in elements)
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < width or dstStep < width
+ * @retval huxErrBadArg   dx outside 0..3, then dy outside 0..3
+ * @retval huxErrSize     height not 4, 8 or 16; width not 4, 8 or 16; width + height 20 (4x16, 16x4)
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_16u_C1R(const HuxInterpolation16u* p);
+/**
+ * @brief huxiInterpolateLuma_H264_16u_C1R with the first-row repetition of the Top forms.
+ * @param p          the parameter block
+ * @param outPixels  block rows above the picture's first row, as in huxiInterpolateLumaTop_H264_8u_C1R
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < width or dstStep < width
+ * @retval huxErrBadArg   dx or dy outside 0..3
+ * @retval huxErrSize     a size refused by huxiInterpolateLuma_H264_16u_C1R
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/**
+ * @brief huxiInterpolateLuma_H264_16u_C1R with the last-row repetition of the Bottom forms.
+ * @param p          the parameter block
+ * @param outPixels  block rows below the picture's last row, as in huxiInterpolateLumaBottom_H264_8u_C1R
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < width or dstStep < width
+ * @retval huxErrBadArg   dx or dy outside 0..3
+ * @retval huxErrSize     a size refused by huxiInterpolateLuma_H264_16u_C1R
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBottom_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/**
+ * @brief Chroma prediction block at eighth-sample fraction (dx, dy), 8-bit.
+ *
+ * Bilinear filter and samples read as in the section introduction; steps are not checked.
+ * @param pSrc     source sample at the block's integer position
+ * @param srcStep  source row step, bytes
+ * @param[out] pDst  destination block
+ * @param dstStep  destination row step, bytes
+ * @param dx       horizontal eighth-sample fraction, 0..7
+ * @param dy       vertical eighth-sample fraction, 0..7
+ * @param roi      width (bits only in {2, 4, 8}) and an even height
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy above 7 (tested unsigned)
+ * @retval huxErrSize     roi.height odd, or roi.width & ~14 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, HuxSize roi);
+/**
+ * @brief huxiInterpolateChroma_H264_8u_C1R with the picture's first row (pSrc + outPixels * srcStep) repeated above it.
+ * @param pSrc       source sample at the block's integer position
+ * @param srcStep    source row step, bytes
+ * @param[out] pDst  destination block
+ * @param dstStep    destination row step, bytes
+ * @param dx         horizontal eighth-sample fraction, 0..7
+ * @param dy         vertical eighth-sample fraction, 0..7
+ * @param outPixels  block rows above the picture's first row (signed)
+ * @param roi        as in huxiInterpolateChroma_H264_8u_C1R
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy above 7
+ * @retval huxErrSize     roi.height odd, or roi.width & ~14 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief huxiInterpolateChroma_H264_8u_C1R with the picture's last row (block row roi.height - 1 - outPixels) repeated below it.
+ * @param pSrc       source sample at the block's integer position
+ * @param srcStep    source row step, bytes
+ * @param[out] pDst  destination block
+ * @param dstStep    destination row step, bytes
+ * @param dx         horizontal eighth-sample fraction, 0..7
+ * @param dy         vertical eighth-sample fraction, 0..7
+ * @param outPixels  block rows below the picture's last row (signed)
+ * @param roi        as in huxiInterpolateChroma_H264_8u_C1R
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy above 7
+ * @retval huxErrSize     roi.height odd, or roi.width & ~14 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBottom_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief Chroma prediction block of 16-bit samples at eighth-sample fraction (dx, dy); bitDepth is not read.
+ * @param p  the parameter block (steps in elements)
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < 8, then dstStep < 8
+ * @retval huxErrBadArg   dx outside 0..7, then dy outside 0..7
+ * @retval huxErrSize     height not 2, 4, 8 or 16; width not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_16u_C1R(const HuxInterpolation16u* p);
+/**
+ * @brief huxiInterpolateChroma_H264_16u_C1R with the first-row repetition of the Top forms.
+ * @param p          the parameter block
+ * @param outPixels  block rows above the picture's first row
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < 8, then dstStep < 8
+ * @retval huxErrBadArg   dx or dy outside 0..7
+ * @retval huxErrSize     a size refused by huxiInterpolateChroma_H264_16u_C1R
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/**
+ * @brief huxiInterpolateChroma_H264_16u_C1R with the last-row repetition of the Bottom forms.
+ * @param p          the parameter block
+ * @param outPixels  block rows below the picture's last row
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < 8, then dstStep < 8
+ * @retval huxErrBadArg   dx or dy outside 0..7
+ * @retval huxErrSize     a size refused by huxiInterpolateChroma_H264_16u_C1R
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBottom_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/**
+ * @brief Luma prediction block from a whole reference plane for any motion vector, 8-bit.
+ *
+ * The integer position is (blockX + (mvX >> 2), blockY + (mvY >> 2)) with arithmetic shifts, the
+ * fractions mvX & 3 and mvY & 3. When every sample the filter reaches lies inside the frameWidth x
+ * frameHeight picture, the kernel runs on the plane; otherwise those samples are first copied to a
+ * stack area, each sample outside the picture replaced by the nearest picture sample (left or right of
+ * a row: that row's first or last sample; above or below: the first or last row). The vector may point
+ * anywhere, wholly outside the picture too: only samples of the plane are read. Width classes as in
+ * the plain form.
+ * @param b  the parameter block (pSrc[0], srcStep, pDst[0], dstStep, picture and block geometry, vector)
+ * @retval huxErrNullPtr  b, b->pSrc[0] or b->pDst[0] is null
+ * @retval huxErrSize     blockHeight & 3 or blockWidth & ~28 not zero; then frameWidth or frameHeight below 1
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBlock_H264_8u_P1R(const HuxInterpolationBlock* b);
+/**
+ * @brief huxiInterpolateLumaBlock_H264_8u_P1R on 16-bit samples, clamped by b->bitDepth; writes exactly blockWidth columns.
+ * @param b  the parameter block (steps in elements)
+ * @retval huxErrNullPtr  b, b->pSrc[0] or b->pDst[0] is null
+ * @retval huxErrSize     blockHeight & 3 or blockWidth & ~28 not zero; then frameWidth or frameHeight below 1
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBlock_H264_16u_P1R(const HuxInterpolationBlock* b);
+/**
+ * @brief Both chroma prediction blocks from whole reference planes for any motion vector, 8-bit.
+ *
+ * The integer position is (blockX + (mvX >> 3), blockY + (mvY >> 3)), the fractions mvX & 7 and
+ * mvY & 7; edges are replicated as in huxiInterpolateLumaBlock_H264_8u_P1R. Both planes use the same
+ * geometry and steps, one after the other.
+ * @param b  the parameter block
+ * @retval huxErrNullPtr  b, b->pSrc[0], b->pSrc[1], b->pDst[0] or b->pDst[1] is null
+ * @retval huxErrSize     blockHeight odd or blockWidth & ~14 not zero; then frameWidth or frameHeight below 1
+ * @retval huxOk          both blocks were written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_8u_P2R(const HuxInterpolationBlock* b);
+/**
+ * @brief huxiInterpolateChromaBlock_H264_8u_P2R on 16-bit samples; writes exactly blockWidth columns.
+ * @param b  the parameter block (steps in elements)
+ * @retval huxErrNullPtr  b, b->pSrc[0], b->pSrc[1], b->pDst[0] or b->pDst[1] is null
+ * @retval huxErrSize     blockHeight odd or blockWidth & ~14 not zero; then frameWidth or frameHeight below 1
+ * @retval huxOk          both blocks were written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_16u_P2R(const HuxInterpolationBlock* b);
+/**
+ * @brief Rounded average (a + b + 1) >> 1 of two prediction blocks; one step for all three blocks.
+ *
+ * Writes exactly width x height samples: with an odd width no byte beyond the width changes.
+ * @param pSrc1      first prediction
+ * @param pSrc2      second prediction
+ * @param[out] pDst  destination block
+ * @param width      2..16
+ * @param height     2..16
+ * @param pitch      row step of all three blocks, bytes
+ * @retval huxErrNullPtr  a pointer is null
+ * @retval huxErrSize     width or height outside 2..16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P2P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t width, int32_t height, int32_t pitch);
+/**
+ * @brief huxiInterpolateBlock_H264_8u_P2P1R with a row step for each block.
+ * @param pSrc1      first prediction
+ * @param pSrc2      second prediction
+ * @param[out] pDst  destination block
+ * @param width      2..16
+ * @param height     2..16
+ * @param src1Step   row step of pSrc1, bytes
+ * @param src2Step   row step of pSrc2, bytes
+ * @param dstStep    row step of pDst, bytes
+ * @retval huxErrNullPtr  a pointer is null
+ * @retval huxErrSize     width or height outside 2..16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P3P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t width, int32_t height, int32_t src1Step, int32_t src2Step, int32_t dstStep);
+/**
+ * @brief Pads a decoded plane in place by pels samples on every side, repeating its edge samples.
+ *
+ * mode 0 (frame): every row gets pels copies of its first sample on the left and of its last on the
+ * right; the first padded row is then copied to the pels rows above, the last to the pels rows below.
+ * mode 1 (top field: rows 0, 2, ...) and mode 2 (bottom field: rows 1, 3, ...) do the same on one
+ * field, stepping 2 * pitch: the top field fills pels / 2 of its rows above and (pels + 1) / 2 below,
+ * the bottom field the other way round, so the two passes together fill pels rows on each side.
+ * @param pSrcDst  the plane's first sample; the caller owns pels samples and rows around the plane
+ * @param width    samples per row, at least 1
+ * @param height   rows, even and at least 2
+ * @param pitch    row step, bytes
+ * @param pels     padding width; 0 returns at once
+ * @param mode     0 frame, 1 top field, 2 bottom field
+ * @retval huxErrNullPtr  pSrcDst is null
+ * @retval huxErrSize     height odd or below 2, or width below 1
+ * @retval huxOk          pels is 0 (returned before mode is looked at), or the plane was padded
+ * @retval huxErrBadArg   mode not 0, 1 or 2, or pels negative
+ */
+HUX_API HuxResult HUX_STDCALL huxiExpandPlane_H264_8u_C1R(uint8_t* pSrcDst, int32_t width, int32_t height, int32_t pitch, int32_t pels, int32_t mode);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif
