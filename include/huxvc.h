@@ -1979,6 +1979,62 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(i
  */
 HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom);
 
+/**
+ * @brief Intra chroma with the left neighbour split in halves, a QP and LevelScale4x4 table per plane, and transform bypass.
+ *
+ * Prediction as huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R, residual as
+ * huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R. This form has no step argument: its third pointer addresses the
+ * Cb block's lower half (the first sample of Cb row 4, the half whose left neighbour edgeTypeBottom describes), and
+ * the row step of both planes is the distance from pSrcDstUPlane to it divided by 4 (may be negative; for a field
+ * macroblock of a frame-coded picture it is four field rows, eight frame rows, below). The lower half's left samples
+ * are the column just left of that pointer and of the three rows below it. Checks: pointers, then the step, then
+ * both QPs, then the mode (above 3 refused when dispatched), then the neighbours; nothing is written or consumed
+ * on any refusal.
+ * @param ppSrcCoeff         in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane      in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane      in/out: the 8x8 Cr block's top-left sample (same step as Cb)
+ * @param pSrcDstULowerHalf  the first sample of the Cb block's row 4; sets the step, must differ from pSrcDstUPlane by a non-zero multiple of 4 bytes
+ * @param intraChromaMode    0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4             coded block pattern (bits 17..26 used)
+ * @param chromaQPU          Cb QP, 0..39
+ * @param chromaQPV          Cr QP, 0..39
+ * @param edgeTypeTop        left (bit 0), above (bit 2), above-left (bit 4) absent, for the upper half and the block
+ * @param edgeTypeBottom     bit 0: the lower half's left neighbour absent; other bits ignored
+ * @param pQuantTableU       Cb LevelScale4x4 of chromaQPU mod 6 (16 entries)
+ * @param pQuantTableV       Cr LevelScale4x4 of chromaQPV mod 6 (16 entries)
+ * @param bypassFlag         non-zero: transform bypass, for a plane whose QP is 0
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, pSrcDstULowerHalf, *ppSrcCoeff, pQuantTableU or pQuantTableV is null (in that order)
+ * @retval huxErrStep         the distance to pSrcDstULowerHalf is 0, not a multiple of 4, or its quarter outside 32-bit range
+ * @retval huxErrOutOfRange   either QP outside 0..39, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, uint8_t* pSrcDstULowerHalf, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeTypeTop, uint8_t edgeTypeBottom, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
+
+/**
+ * @brief The same operation as huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R under its second name; it forwards to it.
+ *
+ * @param ppSrcCoeff         in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane      in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane      in/out: the 8x8 Cr block's top-left sample
+ * @param pSrcDstULowerHalf  the first sample of the Cb block's row 4 (sets the step)
+ * @param intraChromaMode    0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4             coded block pattern (bits 17..26 used)
+ * @param chromaQPU          Cb QP, 0..39
+ * @param chromaQPV          Cr QP, 0..39
+ * @param edgeTypeTop        the upper half's edge type
+ * @param edgeTypeBottom     bit 0: the lower half's left neighbour absent
+ * @param pQuantTableU       Cb LevelScale4x4 (16 entries)
+ * @param pQuantTableV       Cr LevelScale4x4 (16 entries)
+ * @param bypassFlag         non-zero: transform bypass, for a plane whose QP is 0
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, pSrcDstULowerHalf, *ppSrcCoeff, pQuantTableU or pQuantTableV is null (in that order)
+ * @retval huxErrStep         the distance to pSrcDstULowerHalf is 0, not a multiple of 4, or its quarter outside 32-bit range
+ * @retval huxErrOutOfRange   either QP outside 0..39, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalves4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, uint8_t* pSrcDstULowerHalf, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeTypeTop, uint8_t edgeTypeBottom, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
+
 /** @} */
 
 #ifdef __cplusplus
