@@ -96,6 +96,14 @@ HUX_INLINE int32_t pred4x4_mode(uint8_t* p, int32_t step, uint32_t avail) {
     }
     case 2: {
       const uint8_t* l = p - 1;
+      if ((avail & (kAvailAbove | kAvailLeft)) == (kAvailAbove | kAvailLeft)) {
+        const __m128i t = _mm_sad_epu8(_mm_cvtsi32_si128(static_cast<int32_t>(ld32(row(p, step, -1)))), _mm_setzero_si128());
+        const uint32_t sum = static_cast<uint32_t>(_mm_cvtsi128_si32(t)) + (l[0] + *row(l, step, 1)) +
+                             (*row(l, step, 2) + *row(l, step, 3));
+        const uint32_t v = ((sum + 4) >> 3) * 0x01010101u;
+        rows4(p, step, v, v, v, v);
+        return kPredOk;
+      }
       const uint32_t sl = (avail & kAvailLeft) ? (l[0] + *row(l, step, 1)) + (*row(l, step, 2) + *row(l, step, 3)) : 0;
       uint32_t dc;
       if (avail & kAvailAbove) {
@@ -334,8 +342,8 @@ HUX_INLINE int32_t pred_chroma8x8_mode(uint8_t* p, int32_t step, uint32_t avail)
       const uint32_t l1 = static_cast<uint32_t>(left_tree<4, 4>(p - 1, step));
       const __m128i top = pair32(((t0 + l0 + 4) >> 3) * 0x01010101u, ((t1 + 2) >> 2) * 0x01010101u);
       const __m128i bot = pair32(((l1 + 2) >> 2) * 0x01010101u, ((t1 + l1 + 4) >> 3) * 0x01010101u);
-      for (int y = 0; y < 4; ++y) _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), top);
-      for (int y = 4; y < 8; ++y) _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), bot);
+      fill<4>(p, step, top);
+      fill<4>(row(p, step, 4), step, bot);
       return kPredOk;
     }
     return dc_chroma_edge(p, step, avail);
