@@ -1901,14 +1901,15 @@ HUX_API HuxResult HUX_STDCALL huxiPredictIntraChroma8x8_H264_8u_C1IR(uint8_t* pS
  * @brief Adds the residual of the coded luma 4x4 blocks (pattern bits 1..16) to an inter macroblock's prediction.
  *
  * Flat dequantisation, 4x4 inverse transform, (x + 32) >> 6, plus the picture's samples, clamped to 0..255.
- * With no bit of 1..16 set nothing is read, written or consumed.
- * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer
- * @param pSrcDstYPlane  the macroblock's top-left luma sample (prediction in, result out)
- * @param srcDstYStep    row step in bytes (not checked)
- * @param cbp4x4         coded block pattern
- * @param QP             luma QP, 0..51
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null
- * @retval huxErrOutOfRange  QP outside 0..51 (compared unsigned)
+ * Horizontally adjacent coded blocks (0 and 1, 2 and 3, ...) go through one two-block step. With no bit of 1..16
+ * set nothing is read, written or consumed. Checks: pointers, then QP.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved past the entries consumed
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample (prediction in, result out), 16x16 samples
+ * @param srcDstYStep    row step of the luma plane in bytes, may be negative (not checked)
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51 (compared unsigned)
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null (tested in that order)
+ * @retval huxErrOutOfRange  QP outside 0..51
  * @retval huxOk             done
  */
 HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInterMB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t cbp4x4, int32_t QP);
@@ -1918,12 +1919,15 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInterMB_H264_16s8u_C1R(int16_t*
  *
  * Each coded 4x4 block: level x scale << (QP / 6 - 4) from QP 24, else (level x scale + 2^(3 - QP / 6)) >>
  * (4 - QP / 6), saturated to 16 bits; inverse transform; added and clamped. At QP 0 with bypassFlag set the levels
- * are added as they stand.
- * @param ppSrcCoeff, pSrcDstYPlane, srcDstYStep, cbp4x4  as huxiReconstructLumaInterMB_H264_16s8u_C1R
- * @param QP           luma QP, 0..51
- * @param pQuantTable  LevelScale4x4 of QP mod 6 (16 entries, raster)
- * @param bypassFlag   transform bypass, effective at QP 0 only
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, *ppSrcCoeff or pQuantTable is null
+ * are added as they stand. Checks: pointers, then QP.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved past the entries consumed
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample, 16x16 samples
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51
+ * @param pQuantTable    LevelScale4x4 of QP mod 6 (16 entries, raster)
+ * @param bypassFlag     non-zero: transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, *ppSrcCoeff or pQuantTable is null (in that order)
  * @retval huxErrOutOfRange  QP outside 0..51
  * @retval huxOk             done
  */
@@ -1934,9 +1938,15 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInter4x4MB_H264_16s8u_C1R(int16
  *
  * A quadrant is coded when any of its four pattern bits is set; it takes 64 entries (raster order). Dequantisation
  * as huxiQuantLuma8x8Inv_H264_16s_C1I at QP / 6, the transform as huxiTransformLuma8x8InvAddPred_H264_16s8u_C1R.
- * At QP 0 with bypassFlag set the 64 levels are added as they stand.
- * @param pQuantTable  LevelScale8x8 of QP mod 6 (64 entries, raster)
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, *ppSrcCoeff or pQuantTable is null
+ * At QP 0 with bypassFlag set the 64 levels are added as they stand. Checks: pointers, then QP.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 64 entries per coded quadrant
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample, 16x16 samples
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
+ * @param cbp4x4         coded block pattern (bits 1..16, four per quadrant)
+ * @param QP             luma QP, 0..51
+ * @param pQuantTable    LevelScale8x8 of QP mod 6 (64 entries, raster)
+ * @param bypassFlag     non-zero: transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, *ppSrcCoeff or pQuantTable is null (in that order)
  * @retval huxErrOutOfRange  QP outside 0..51
  * @retval huxOk             done
  */
@@ -1946,10 +1956,16 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaInter8x8MB_H264_16s8u_C1R(int16
  * @brief Intra 4x4 luma macroblock: predicts each 4x4 block in block order and adds its residual before the next.
  *
  * Blocks are dequantised with the flat LevelScale4x4 table (the LevelScale rule of
- * huxiReconstructLumaInter4x4MB_H264_16s8u_C1R with 16 x v(QP mod 6, class)).
+ * huxiReconstructLumaInter4x4MB_H264_16s8u_C1R with 16 x v(QP mod 6, class)). Checks: pointers, then QP and the
+ * 16 modes, all before anything is written or consumed.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 16 entries per coded block
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample; neighbours are read around it as edgeType allows
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
  * @param pMBIntraTypes  16 modes (0..8 as huxiPredictIntra_4x4_H264_8u_C1IR), one per block in block order
- * @param edgeType       absent neighbouring macroblocks (see above)
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       absent neighbouring macroblocks (bits 0, 2, 3, 4; see above)
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null (in that order)
  * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8 (nothing written)
  * @retval huxOk             done
  */
@@ -1960,7 +1976,17 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraMB_H264_16s8u_C1R(int16_t*
  *
  * As huxiReconstructLumaIntraMB_H264_16s8u_C1R with pQuantTable in place of the flat table; at QP 0 with
  * bypassFlag set the levels are added unscaled (accumulated for vertical and horizontal blocks).
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null
+ * Checks: pointers, then QP and modes.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 16 entries per coded block
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
+ * @param pMBIntraTypes  16 modes 0..8, one per block in block order
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       absent neighbouring macroblocks (bits 0, 2, 3, 4)
+ * @param pQuantTable    LevelScale4x4 of QP mod 6 (16 entries, raster)
+ * @param bypassFlag     non-zero: transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null (in that order)
  * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
  * @retval huxOk             done
  */
@@ -1971,10 +1997,17 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R(int16
  *
  * The 8x8 prediction filters the row above (16 samples, the above-right ones repeating the last above sample when
  * absent), the corner and the left column with the standard's [1 2 1] rules before applying mode 0..8 (the 4x4
- * numbering); absent samples are 128. pQuantTable null means the flat LevelScale8x8 (16 x normAdjust8x8).
- * @param pMBIntraTypes  4 modes, one per quadrant
- * @param pQuantTable    LevelScale8x8 of QP mod 6 (64 entries), or null
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * numbering); absent samples are 128. Checks: pointers, then QP and the 4 modes.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 64 entries per coded quadrant
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
+ * @param pMBIntraTypes  4 modes 0..8, one per quadrant (top-left, top-right, bottom-left, bottom-right)
+ * @param cbp4x4         coded block pattern (bits 1..16, a quadrant coded when any of its four is set)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       absent neighbouring macroblocks (bits 0, 2, 3, 4)
+ * @param pQuantTable    LevelScale8x8 of QP mod 6 (64 entries), or null for the flat table (16 x normAdjust8x8)
+ * @param bypassFlag     non-zero: transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null (in that order)
  * @retval huxErrOutOfRange  QP outside 0..51, or a mode outside 0..8
  * @retval huxOk             done
  */
@@ -1987,9 +2020,16 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R(int16
  * the left one, plane all three of above, left and above-left) is written even with no pattern bit set. Bit 0:
  * 16 DC levels transformed as huxiTransformDequantLumaDC_H264_16s_C1I; without it the DCs are 0. Block n takes DC
  * entry 4 x (its row) + (its column) (block 2 takes entry 4); a coded block's levels 1..15 are dequantised with the
- * flat tables and transformed with that DC, an uncoded one receives (DC + 32) >> 6.
+ * flat tables and transformed with that DC, an uncoded one receives (DC + 32) >> 6. Checks: pointers, then QP and
+ * mode, then the neighbours the mode needs.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer (16 entries for bit 0, 16 per coded block)
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
  * @param intraLumaMode  0 vertical, 1 horizontal, 2 DC, 3 plane
- * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null
+ * @param cbp4x4         coded block pattern (bits 0..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       absent neighbouring macroblocks (bits 0, 2, 4)
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null (in that order)
  * @retval huxErrOutOfRange   QP outside 0..51, or mode above 3
  * @retval huxErrNoNeighbour  the mode needs an absent macroblock (nothing written or consumed)
  * @retval huxOk              done
@@ -2000,6 +2040,17 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra16x16MB_H264_16s8u_C1R(int
  * @brief The same operation as huxiReconstructLumaIntra16x16MB_H264_16s8u_C1R under its second name.
  *
  * Identical arguments, arithmetic, checks and statuses; it forwards to that function.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step of the luma plane in bytes (not checked)
+ * @param intraLumaMode  0 vertical, 1 horizontal, 2 DC, 3 plane
+ * @param cbp4x4         coded block pattern (bits 0..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       absent neighbouring macroblocks (bits 0, 2, 4)
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstYPlane or *ppSrcCoeff is null (in that order)
+ * @retval huxErrOutOfRange   QP outside 0..51, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent macroblock (nothing written or consumed)
+ * @retval huxOk              done
  */
 HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra_16x16MB_H264_16s8u_C1R(int16_t** ppSrcCoeff, uint8_t* pSrcDstYPlane, int32_t srcDstYStep, uint32_t intraLumaMode, uint32_t cbp4x4, int32_t QP, uint8_t edgeType);
 
@@ -2009,11 +2060,14 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntra_16x16MB_H264_16s8u_C1R(in
  * Cb DC then Cr DC: 2x2 transform and dequantisation as huxiTransformDequantChromaDC_H264_16s_C1I (zeros when the
  * bit is clear); then for Cb, then Cr, AC blocks 0..3: a coded block's levels 1..15 dequantised with the flat
  * tables and transformed with its DC, an uncoded one (DC + 32) >> 6; added and clamped. With no bit of 17..26 set
- * nothing is read, written or consumed.
- * @param pSrcDstUPlane, pSrcDstVPlane  the 8x8 Cb and Cr blocks (in place)
- * @param srcDstUVStep  row step of both planes, bytes
- * @param chromaQP      0..39
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * nothing is read, written or consumed. Checks: pointers, then QP.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer (4 entries per DC, 16 per AC block)
+ * @param pSrcDstUPlane  in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane  in/out: the 8x8 Cr block's top-left sample
+ * @param srcDstUVStep   row step of both planes in bytes (not checked)
+ * @param cbp4x4         coded block pattern (bits 17..26 used)
+ * @param chromaQP       chroma QP, 0..39
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null (in that order)
  * @retval huxErrOutOfRange  chromaQP outside 0..39
  * @retval huxOk             done
  */
@@ -2025,7 +2079,18 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaInterMB_H264_16s8u_P2R(int16_
  * DC: 2x2 transform then (x x scale[0]) >> (5 - QP / 6) below QP 30, << (QP / 6 - 5) from it (as
  * huxiTransformQuantInvChromaDC2x2_H264_16s_C1I); AC as the LevelScale 4x4 rule. A plane whose QP is 0 with
  * bypassFlag set takes its levels as they stand (the DC level in each block's first position).
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, *ppSrcCoeff, pQuantTableU or pQuantTableV is null
+ * Checks: pointers, then both QPs.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane  in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane  in/out: the 8x8 Cr block's top-left sample
+ * @param srcDstUVStep   row step of both planes in bytes (not checked)
+ * @param cbp4x4         coded block pattern (bits 17..26 used)
+ * @param chromaQPU      Cb QP, 0..39
+ * @param chromaQPV      Cr QP, 0..39
+ * @param pQuantTableU   Cb LevelScale4x4 of chromaQPU mod 6 (16 entries, raster)
+ * @param pQuantTableV   Cr LevelScale4x4 of chromaQPV mod 6 (16 entries, raster)
+ * @param bypassFlag     non-zero: transform bypass, for a plane whose QP is 0
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, *ppSrcCoeff, pQuantTableU or pQuantTableV is null (in that order)
  * @retval huxErrOutOfRange  either QP outside 0..39
  * @retval huxOk             done
  */
@@ -2035,9 +2100,17 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaInter4x4MB_H264_16s8u_P2R(int
  * @brief Intra chroma: predicts both 8x8 planes (modes of huxiPredictIntraChroma8x8_H264_8u_C1IR) and adds the residual as the inter form.
  *
  * DC needs nothing, horizontal the left macroblock, vertical the one above, plane all three of above, left and
- * above-left; a refusal comes before anything is written or consumed.
+ * above-left. Checks: pointers, then QP and mode, then the neighbours; a refusal comes before anything is written
+ * or consumed.
+ * @param ppSrcCoeff       in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane    in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane    in/out: the 8x8 Cr block's top-left sample
+ * @param srcDstUVStep     row step of both planes in bytes (not checked)
  * @param intraChromaMode  0 DC, 1 horizontal, 2 vertical, 3 plane
- * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * @param cbp4x4           coded block pattern (bits 17..26 used)
+ * @param chromaQP         chroma QP, 0..39
+ * @param edgeType         absent neighbouring macroblocks (bits 0, 2, 4)
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null (in that order)
  * @retval huxErrOutOfRange   chromaQP outside 0..39, or mode above 3
  * @retval huxErrNoNeighbour  the mode needs an absent macroblock
  * @retval huxOk              done
@@ -2048,8 +2121,21 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraMB_H264_16s8u_P2R(int16_
  * @brief Intra chroma with a QP and LevelScale4x4 table per plane, and transform bypass.
  *
  * Prediction as huxiReconstructChromaIntraMB_H264_16s8u_P2R, residual as huxiReconstructChromaInter4x4MB_H264_16s8u_P2R
- * (bypassed horizontal and vertical planes accumulate their levels across the whole 8x8 block).
- * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, *ppSrcCoeff, pQuantTableU or pQuantTableV is null
+ * (bypassed horizontal and vertical planes accumulate their levels across the whole 8x8 block). Checks: pointers,
+ * then both QPs, then the mode (a mode above 3 is refused when dispatched), then the neighbours.
+ * @param ppSrcCoeff       in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane    in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane    in/out: the 8x8 Cr block's top-left sample
+ * @param srcDstUVStep     row step of both planes in bytes (not checked)
+ * @param intraChromaMode  0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4           coded block pattern (bits 17..26 used)
+ * @param chromaQPU        Cb QP, 0..39
+ * @param chromaQPV        Cr QP, 0..39
+ * @param edgeType         absent neighbouring macroblocks (bits 0, 2, 4)
+ * @param pQuantTableU     Cb LevelScale4x4 of chromaQPU mod 6 (16 entries)
+ * @param pQuantTableV     Cr LevelScale4x4 of chromaQPV mod 6 (16 entries)
+ * @param bypassFlag       non-zero: transform bypass, for a plane whose QP is 0
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, *ppSrcCoeff, pQuantTableU or pQuantTableV is null (in that order)
  * @retval huxErrOutOfRange   either QP outside 0..39, or mode above 3
  * @retval huxErrNoNeighbour  the mode needs an absent macroblock
  * @retval huxOk              done
@@ -2073,8 +2159,16 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(int
 /**
  * @brief Intra 4x4 luma macroblock (flat LevelScale) with the left neighbour split in halves.
  *
- * As huxiReconstructLumaIntraMB_H264_16s8u_C1R, with the Half edge type above.
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * As huxiReconstructLumaIntraMB_H264_16s8u_C1R, with the Half edge type above. Checks: pointers, then the step,
+ * then QP and modes.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 16 entries per coded block
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step in bytes, at least 1 (twice the frame step for a field macroblock of a frame)
+ * @param pMBIntraTypes  16 modes 0..8, one per block in block order
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       Half edge type (bits 0..5, see above)
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null (in that order)
  * @retval huxErrStep        srcDstYStep below 1
  * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
  * @retval huxOk             done
@@ -2084,8 +2178,18 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalfMB_H264_16s8u_C1R(int1
 /**
  * @brief Intra 4x4 luma macroblock with LevelScale4x4 and bypass, the left neighbour split in halves.
  *
- * As huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R, with the Half edge type above.
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null
+ * As huxiReconstructLumaIntra4x4MB_H264_16s8u_C1R, with the Half edge type above. Checks: pointers, then the
+ * step, then QP and modes.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 16 entries per coded block
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step in bytes, at least 1
+ * @param pMBIntraTypes  16 modes 0..8, one per block in block order
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       Half edge type (bits 0..5)
+ * @param pQuantTable    LevelScale4x4 of QP mod 6 (16 entries, raster)
+ * @param bypassFlag     non-zero: transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes, *ppSrcCoeff or pQuantTable is null (in that order)
  * @retval huxErrStep        srcDstYStep below 1
  * @retval huxErrOutOfRange  QP outside 0..51, or a mode above 8
  * @retval huxOk             done
@@ -2095,9 +2199,18 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf4x4MB_H264_16s8u_C1R(i
 /**
  * @brief Intra 8x8 luma macroblock with the left neighbour split in halves.
  *
- * As huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R (pQuantTable may be null: flat), with the Half edge type above:
- * the bottom-left quadrant's left column follows bit 1 and its above-left sample bit 5.
- * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null
+ * As huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R, with the Half edge type above: the bottom-left quadrant's left
+ * column follows bit 1 and its above-left sample bit 5. Checks: pointers, then the step, then QP and modes.
+ * @param ppSrcCoeff     in/out: the caller's pointer into the packed buffer, moved 64 entries per coded quadrant
+ * @param pSrcDstYPlane  in/out: the macroblock's top-left luma sample
+ * @param srcDstYStep    row step in bytes, at least 1
+ * @param pMBIntraTypes  4 modes 0..8, one per quadrant
+ * @param cbp4x4         coded block pattern (bits 1..16 used)
+ * @param QP             luma QP, 0..51
+ * @param edgeType       Half edge type (bits 0..5)
+ * @param pQuantTable    LevelScale8x8 of QP mod 6 (64 entries), or null for the flat table
+ * @param bypassFlag     non-zero: transform bypass, effective at QP 0 only
+ * @retval huxErrNullPtr     ppSrcCoeff, pSrcDstYPlane, pMBIntraTypes or *ppSrcCoeff is null (in that order)
  * @retval huxErrStep        srcDstYStep below 1
  * @retval huxErrOutOfRange  QP outside 0..51, or a mode outside 0..8
  * @retval huxOk             done
@@ -2110,9 +2223,17 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R(i
  * DC: each 4x4 quarter uses the left half beside it (its availability from that half's edge type). Horizontal and
  * plane need both halves' left neighbours (plane also above and above-left, from the upper edge type); vertical
  * needs the macroblock above. The residual as huxiReconstructChromaInterMB_H264_16s8u_P2R at chromaQP.
- * @param edgeTypeTop     left (bit 0), above (bit 2), above-left (bit 4) absent, for the upper half and the block
- * @param edgeTypeBottom  bit 0: the lower half's left neighbour absent; other bits ignored
- * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null
+ * Checks: pointers, then QP, then the mode (above 3 refused when dispatched), then the neighbours.
+ * @param ppSrcCoeff       in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane    in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane    in/out: the 8x8 Cr block's top-left sample
+ * @param srcDstUVStep     row step of both planes in bytes (not checked)
+ * @param intraChromaMode  0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4           coded block pattern (bits 17..26 used)
+ * @param chromaQP         chroma QP, 0..51
+ * @param edgeTypeTop      left (bit 0), above (bit 2), above-left (bit 4) absent, for the upper half and the block
+ * @param edgeTypeBottom   bit 0: the lower half's left neighbour absent; other bits ignored
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null (in that order)
  * @retval huxErrOutOfRange   chromaQP outside 0..51, or mode above 3
  * @retval huxErrNoNeighbour  the mode needs an absent neighbour (nothing written or consumed)
  * @retval huxOk              done
@@ -2121,8 +2242,78 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(i
 
 /**
  * @brief The same operation as huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R under its second name; it forwards to it.
+ *
+ * @param ppSrcCoeff       in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane    in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane    in/out: the 8x8 Cr block's top-left sample
+ * @param srcDstUVStep     row step of both planes in bytes (not checked)
+ * @param intraChromaMode  0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4           coded block pattern (bits 17..26 used)
+ * @param chromaQP         chroma QP, 0..51
+ * @param edgeTypeTop      the upper half's edge type
+ * @param edgeTypeBottom   bit 0: the lower half's left neighbour absent
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane or *ppSrcCoeff is null (in that order)
+ * @retval huxErrOutOfRange   chromaQP outside 0..51, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour (nothing written or consumed)
+ * @retval huxOk              done
  */
 HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQP, uint8_t edgeTypeTop, uint8_t edgeTypeBottom);
+
+/**
+ * @brief Intra chroma with the left neighbour split in halves, a QP and LevelScale4x4 table per plane, and transform bypass.
+ *
+ * Prediction as huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R, residual as
+ * huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R. This form has no step argument: its third pointer addresses the
+ * Cb block's lower half (the first sample of Cb row 4, the half whose left neighbour edgeTypeBottom describes), and
+ * the row step of both planes is the distance from pSrcDstUPlane to it divided by 4 (may be negative; for a field
+ * macroblock of a frame-coded picture it is four field rows, eight frame rows, below). The lower half's left samples
+ * are the column just left of that pointer and of the three rows below it. Checks: pointers, then the step, then
+ * both QPs, then the mode (above 3 refused when dispatched), then the neighbours; nothing is written or consumed
+ * on any refusal.
+ * @param ppSrcCoeff         in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane      in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane      in/out: the 8x8 Cr block's top-left sample (same step as Cb)
+ * @param pSrcDstULowerHalf  the first sample of the Cb block's row 4; sets the step, must differ from pSrcDstUPlane by a non-zero multiple of 4 bytes
+ * @param intraChromaMode    0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4             coded block pattern (bits 17..26 used)
+ * @param chromaQPU          Cb QP, 0..39
+ * @param chromaQPV          Cr QP, 0..39
+ * @param edgeTypeTop        left (bit 0), above (bit 2), above-left (bit 4) absent, for the upper half and the block
+ * @param edgeTypeBottom     bit 0: the lower half's left neighbour absent; other bits ignored
+ * @param pQuantTableU       Cb LevelScale4x4 of chromaQPU mod 6 (16 entries)
+ * @param pQuantTableV       Cr LevelScale4x4 of chromaQPV mod 6 (16 entries)
+ * @param bypassFlag         non-zero: transform bypass, for a plane whose QP is 0
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, pSrcDstULowerHalf, *ppSrcCoeff, pQuantTableU or pQuantTableV is null (in that order)
+ * @retval huxErrStep         the distance to pSrcDstULowerHalf is 0, not a multiple of 4, or its quarter outside 32-bit range
+ * @retval huxErrOutOfRange   either QP outside 0..39, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, uint8_t* pSrcDstULowerHalf, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeTypeTop, uint8_t edgeTypeBottom, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
+
+/**
+ * @brief The same operation as huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R under its second name; it forwards to it.
+ *
+ * @param ppSrcCoeff         in/out: the caller's pointer into the packed buffer
+ * @param pSrcDstUPlane      in/out: the 8x8 Cb block's top-left sample
+ * @param pSrcDstVPlane      in/out: the 8x8 Cr block's top-left sample
+ * @param pSrcDstULowerHalf  the first sample of the Cb block's row 4 (sets the step)
+ * @param intraChromaMode    0 DC, 1 horizontal, 2 vertical, 3 plane
+ * @param cbp4x4             coded block pattern (bits 17..26 used)
+ * @param chromaQPU          Cb QP, 0..39
+ * @param chromaQPV          Cr QP, 0..39
+ * @param edgeTypeTop        the upper half's edge type
+ * @param edgeTypeBottom     bit 0: the lower half's left neighbour absent
+ * @param pQuantTableU       Cb LevelScale4x4 (16 entries)
+ * @param pQuantTableV       Cr LevelScale4x4 (16 entries)
+ * @param bypassFlag         non-zero: transform bypass, for a plane whose QP is 0
+ * @retval huxErrNullPtr      ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane, pSrcDstULowerHalf, *ppSrcCoeff, pQuantTableU or pQuantTableV is null (in that order)
+ * @retval huxErrStep         the distance to pSrcDstULowerHalf is 0, not a multiple of 4, or its quarter outside 32-bit range
+ * @retval huxErrOutOfRange   either QP outside 0..39, or mode above 3
+ * @retval huxErrNoNeighbour  the mode needs an absent neighbour
+ * @retval huxOk              done
+ */
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalves4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, uint8_t* pSrcDstULowerHalf, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeTypeTop, uint8_t edgeTypeBottom, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
 
 /** @} */
 

@@ -2,6 +2,8 @@
 // and range checks in the interface's order, then the pattern walk. Every
 // check, the intra predictions' refusal included, comes before the picture or
 // the caller's coefficient pointer is touched.
+#include <cstdint>
+
 #include "h264/recon_kernels.h"
 #include "huxvc.h"
 
@@ -236,6 +238,39 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(
   Cursor k(ppSrcCoeff);
   R::chroma_flat(k.c, planes, srcDstUVStep, cbp4x4, chromaQP);
   return huxOk;
+}
+
+// The 4x4 form carries the planes' row step in its third pointer: the first
+// sample of the Cb block's lower half (row 4), four rows below pSrcDstUPlane.
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(
+    int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, uint8_t* pSrcDstULowerHalf,
+    uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeTypeTop,
+    uint8_t edgeTypeBottom, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag) {
+  if (!ppSrcCoeff || !pSrcDstUPlane || !pSrcDstVPlane || !pSrcDstULowerHalf || !*ppSrcCoeff || !pQuantTableU ||
+      !pQuantTableV)
+    return huxErrNullPtr;
+  const intptr_t rows4 = reinterpret_cast<intptr_t>(pSrcDstULowerHalf) - reinterpret_cast<intptr_t>(pSrcDstUPlane);
+  if (rows4 == 0 || (rows4 & 3) || rows4 / 4 > INT32_MAX || rows4 / 4 < INT32_MIN) return huxErrStep;
+  if (qp_above(chromaQPU, 39) || qp_above(chromaQPV, 39)) return huxErrOutOfRange;
+  const int32_t step = static_cast<int32_t>(rows4 / 4);
+  uint8_t* const planes[2] = {pSrcDstUPlane, pSrcDstVPlane};
+  const HuxResult st = R::chroma_intra_pred_halves(planes, step, intraChromaMode, edgeTypeTop, edgeTypeBottom);
+  if (st != huxOk) return st;
+  const int32_t qp[2] = {chromaQPU, chromaQPV};
+  const int16_t* const scale[2] = {pQuantTableU, pQuantTableV};
+  Cursor k(ppSrcCoeff);
+  R::chroma_scaled(k.c, planes, step, cbp4x4, qp, scale, bypassFlag != 0, intraChromaMode);
+  return huxOk;
+}
+
+HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalves4x4MB_H264_16s8u_P2R(
+    int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, uint8_t* pSrcDstULowerHalf,
+    uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeTypeTop,
+    uint8_t edgeTypeBottom, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag) {
+  return huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(ppSrcCoeff, pSrcDstUPlane, pSrcDstVPlane,
+                                                             pSrcDstULowerHalf, intraChromaMode, cbp4x4, chromaQPU,
+                                                             chromaQPV, edgeTypeTop, edgeTypeBottom, pQuantTableU,
+                                                             pQuantTableV, bypassFlag);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(

@@ -34,6 +34,8 @@ std::vector<Bad> qp(int64_t hi) { return {{hi + 1, huxErrOutOfRange, 1}, {-1, hu
 Arg coef() { return ref(std::vector<uint8_t>(2 * 16 * 27, 0)); }
 // Every neighbour absent: nothing outside the macroblock is read.
 const int64_t kNone = 0x1F;
+// The Cb block of the 4x4 Half forms, whose third pointer (row 4) sets the step of 8.
+uint8_t kCb[64];
 
 const Describe kExports({
     describe("huxiReconstructLumaInterMB_H264_16s8u_C1R", huxiReconstructLumaInterMB_H264_16s8u_C1R,
@@ -74,6 +76,12 @@ const Describe kExports({
               val(51, qp(51)), val(kNone), val(1)}),
     describe("huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R", huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R,
              {coef(), out(64), out(64), val(8), val(0, {{3, huxErrNoNeighbour, 2}}), val(0x7FE0000), val(0, qp(51)), val(kNone), val(1)}),
+    describe("huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R", huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R,
+             {coef(), in(kCb), out(64), in(kCb + 32), val(0, {{1, huxErrNoNeighbour, 2}, {4, huxErrOutOfRange, 2}}),
+              val(0x7FE0000), val(0, qp(39)), val(39, qp(39)), val(kNone), val(1), in(kLs4), in(kLs4), val(1)}),
+    describe("huxiReconstructChromaIntraHalves4x4MB_H264_16s8u_P2R", huxiReconstructChromaIntraHalves4x4MB_H264_16s8u_P2R,
+             {coef(), in(kCb), out(64), in(kCb + 32), val(0, {{2, huxErrNoNeighbour, 2}}), val(0), val(1, qp(39)),
+              val(0, qp(39)), val(kNone), val(1), in(kLs4), in(kLs4), val(0)}),
 });
 // Modes outside their set: refused before anything is written or consumed.
 TEST(ReconChecks, ModesOutsideTheirSet) {
@@ -335,7 +343,7 @@ TEST(ReconMacroblocks, HalvesAlikeAreWhole) {
     Mb mb(300 + seed);
     const uint32_t cbp = random_cbp(mb, 0x7FFFFFF), e = static_cast<uint32_t>(mb.pick(32)) & 0x1D;
     const uint32_t edge = e | ((e & 1) ? 0x22u : 0u), cmode = (e & 0x15) ? 0u : static_cast<uint32_t>(mb.pick(4));
-    const int32_t qp = mb.pick(40), form = mb.pick(3);
+    const int32_t qp = mb.pick(40), form = mb.pick(4);
     uint32_t modes[16];
     for (uint32_t& m : modes) m = static_cast<uint32_t>(mb.pick(9));
     const int32_t* m8 = reinterpret_cast<const int32_t*>(modes);
@@ -351,9 +359,16 @@ TEST(ReconMacroblocks, HalvesAlikeAreWhole) {
       for (int i = 0; i < 4; ++i) modes[i] %= 9;
       ASSERT_EQ(huxiReconstructLumaIntraHalf8x8MB_H264_16s8u_C1R(&p, mb.luma(), 48, m8, cbp, qp, e8, nullptr, 0), huxOk);
       ASSERT_EQ(huxiReconstructLumaIntra8x8MB_H264_16s8u_C1R(&q, whole.luma(), 48, m8, cbp, qp, e8, nullptr, 0), huxOk);
-    } else {
+    } else if (form == 2) {
       ASSERT_EQ(huxiReconstructChromaIntraHalvesMB_H264_16s8u_P2R(&p, mb.plane(0), mb.plane(1), 24, cmode, cbp, qp, c8, c8), huxOk);
       ASSERT_EQ(huxiReconstructChromaIntraMB_H264_16s8u_P2R(&q, whole.plane(0), whole.plane(1), 24, cmode, cbp, qp, c8), huxOk);
+    } else {
+      const int32_t qv = (qp + 7) % 40;
+      const uint8_t by = static_cast<uint8_t>(seed & 1);
+      ASSERT_EQ(huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(&p, mb.plane(0), mb.plane(1), mb.plane(0) + 96, cmode, cbp,
+                                                                    qp & 1 ? 0 : qp, qv, c8, c8, kLs4, kLs4, by), huxOk);
+      ASSERT_EQ(huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(&q, whole.plane(0), whole.plane(1), 24, cmode, cbp,
+                                                               qp & 1 ? 0 : qp, qv, c8, kLs4, kLs4, by), huxOk);
     }
     EXPECT_TRUE(p == q && mb.y == whole.y && mb.u == whole.u && mb.v == whole.v);
   }
@@ -374,6 +389,11 @@ TEST(ReconMacroblocks, SplitLeft) {
   EXPECT_EQ(u.row(0, 0, 8), cat({all(4, (48 + 400 + 4) >> 3), all(4, (176 + 2) >> 2)}));
   EXPECT_EQ(u.row(4, 0, 8), cat({all(4, (48 + 2) >> 2), all(4, (176 + 2) >> 2)}));
   EXPECT_EQ(huxiReconstructChromaIntraHalfsMB_H264_16s8u_P2R(&p, u.mb(), v.mb(), 48, 1, 0, 0, 0, 1), huxErrNoNeighbour);
+  // The 4x4 form, its step 48 given by the pointer to row 4: the same split DC; a distance off by one is refused.
+  Flat u4, v4;
+  ASSERT_EQ(huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(&p, u4.mb(), v4.mb(), u4.mb() + 192, 0, 0, 0, 0, 0, 1, kLs4, kLs4, 0), huxOk);
+  EXPECT_TRUE(u4.row(0, 0, 8) == u.row(0, 0, 8) && u4.row(4, 0, 8) == u.row(4, 0, 8) && v4.row(7, 0, 8) == v.row(7, 0, 8));
+  EXPECT_EQ(huxiReconstructChromaIntraHalfs4x4MB_H264_16s8u_P2R(&p, u4.mb(), v4.mb(), u4.mb() + 193, 0, 0, 0, 0, 0, 1, kLs4, kLs4, 0), huxErrStep);
 }
 
 }  // namespace

@@ -10,6 +10,8 @@
 
 #include <emmintrin.h>
 
+#include <cstddef>
+
 #include "h264/intra_kernels.h"
 
 namespace hux::h264::sse2 {
@@ -94,6 +96,14 @@ HUX_INLINE int32_t pred4x4_mode(uint8_t* p, int32_t step, uint32_t avail) {
     }
     case 2: {
       const uint8_t* l = p - 1;
+      if ((avail & (kAvailAbove | kAvailLeft)) == (kAvailAbove | kAvailLeft)) {
+        const __m128i t = _mm_sad_epu8(_mm_cvtsi32_si128(static_cast<int32_t>(ld32(row(p, step, -1)))), _mm_setzero_si128());
+        const uint32_t sum = static_cast<uint32_t>(_mm_cvtsi128_si32(t)) + (l[0] + *row(l, step, 1)) +
+                             (*row(l, step, 2) + *row(l, step, 3));
+        const uint32_t v = ((sum + 4) >> 3) * 0x01010101u;
+        rows4(p, step, v, v, v, v);
+        return kPredOk;
+      }
       const uint32_t sl = (avail & kAvailLeft) ? (l[0] + *row(l, step, 1)) + (*row(l, step, 2) + *row(l, step, 3)) : 0;
       uint32_t dc;
       if (avail & kAvailAbove) {
@@ -168,22 +178,51 @@ HUX_INLINE int32_t pred4x4(uint8_t* p, int32_t step, uint32_t mode, uint32_t ava
 
 namespace intra {
 
+// Rows walked by one pointer, kept opaque so that no address per row is held.
 template <int N>
 inline void fill(uint8_t* p, int32_t step, __m128i v) {
   for (int y = 0; y < N; ++y) {
-    if constexpr (N == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(row(p, step, y)), v);
-    else _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), v);
+    if constexpr (N == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+    else _mm_storel_epi64(reinterpret_cast<__m128i*>(p), v);
+    p += step;
+    __asm__("" : "+r"(p));
   }
 }
 // Each row the sample to its left: a byte times 0x01010101 spread by pshufd.
+// On x86-64 an 8-wide row is one 64-bit multiply and store.
 template <int N>
 inline void fill_left(uint8_t* p, int32_t step) {
   for (int y = 0; y < N; ++y) {
     uint8_t* d = row(p, step, y);
+#if defined(__x86_64__)
+    if constexpr (N == 8) {
+      hux::store<uint64_t>(d, d[-1] * 0x0101010101010101ull);
+      continue;
+    }
+#endif
     const __m128i v = _mm_shuffle_epi32(_mm_cvtsi32_si128(static_cast<int32_t>(d[-1] * 0x01010101u)), 0);
     if constexpr (N == 16) _mm_storeu_si128(reinterpret_cast<__m128i*>(d), v);
     else _mm_storel_epi64(reinterpret_cast<__m128i*>(d), v);
   }
+}
+// Sum of the N samples left of rows Y0..Y0 + N - 1: pairs of rows walked by one
+// pointer (kept opaque so that the compiler does not hold an address per row)
+// into two accumulators.
+template <int Y0, int N>
+HUX_INLINE int left_tree(const uint8_t* l, ptrdiff_t s) {
+  const uint8_t* q = l + Y0 * s;
+  int a = 0, b = 0;
+  for (int i = 0; i < N / 2; ++i) {
+    a += q[0];
+    b += q[s];
+    q += 2 * s;
+    __asm__("" : "+r"(q));
+  }
+  return a + b;
+}
+inline int hsum_epi32(__m128i v) {
+  v = _mm_add_epi32(v, _mm_shuffle_epi32(v, 0x4E));
+  return _mm_cvtsi128_si32(_mm_add_epi32(v, _mm_shuffle_epi32(v, 0xB1)));
 }
 // Sum of n (a multiple of 4) samples to the left, in four independent chains.
 inline int left_sum(const uint8_t* p, int32_t step, int y0, int n) {
@@ -217,6 +256,37 @@ inline void plane(uint8_t* p, int32_t step, int a, int b, int c) {
   }
 }
 
+// 16x16 DC with one side or none: out of line, so that the common case needs
+// no saved registers.
+[[gnu::noinline]] inline int32_t dc16_edge(uint8_t* p, int32_t step, uint32_t avail) {
+  const uint8_t* up = row(p, step, -1);
+    const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
+    int st = 0;
+    if (a) {
+      const __m128i s = _mm_sad_epu8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(up)), _mm_setzero_si128());
+      st = _mm_cvtsi128_si32(_mm_add_epi32(s, _mm_srli_si128(s, 8)));
+    }
+    const int sl = l ? left_sum(p, step, 0, 16) : 0;
+    const int dc = a && l ? (st + sl + 16) >> 5 : a ? (st + 8) >> 4 : l ? (sl + 8) >> 4 : 128;
+    fill<16>(p, step, _mm_set1_epi8(static_cast<char>(dc)));
+  return kPredOk;
+}
+// Chroma DC with one side or none, out of line as dc16_edge.
+[[gnu::noinline]] inline int32_t dc_chroma_edge(uint8_t* p, int32_t step, uint32_t avail) {
+  const uint8_t* up = row(p, step, -1);
+    const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
+    const int t0 = a ? static_cast<int>(bytesum(ld32(up))) : 0, t1 = a ? static_cast<int>(bytesum(ld32(up + 4))) : 0;
+    const int l0 = l ? left_sum(p, step, 0, 4) : 0, l1 = l ? left_sum(p, step, 4, 4) : 0;
+    const uint32_t d00 = static_cast<uint32_t>(ref::chroma_dc(t0, l0, a, l, 0, 0));
+    const uint32_t d01 = static_cast<uint32_t>(ref::chroma_dc(t1, l0, a, l, 1, 0));
+    const uint32_t d10 = static_cast<uint32_t>(ref::chroma_dc(t0, l1, a, l, 0, 1));
+    const uint32_t d11 = static_cast<uint32_t>(ref::chroma_dc(t1, l1, a, l, 1, 1));
+    const __m128i top = pair32(d00 * 0x01010101u, d01 * 0x01010101u);
+    const __m128i bot = pair32(d10 * 0x01010101u, d11 * 0x01010101u);
+    for (int y = 0; y < 4; ++y) _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), top);
+    for (int y = 4; y < 8; ++y) _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), bot);
+  return kPredOk;
+}
 }  // namespace intra
 
 template <uint32_t M>
@@ -230,22 +300,23 @@ HUX_INLINE int32_t pred16x16_mode(uint8_t* p, int32_t step, uint32_t avail) {
   } else if constexpr (mode == 1) {
     fill_left<16>(p, step);
   } else if constexpr (mode == 2) {
-    const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
-    int st = 0;
-    if (a) {
+    if ((avail & (kAvailAbove | kAvailLeft)) == (kAvailAbove | kAvailLeft)) {
       const __m128i s = _mm_sad_epu8(_mm_loadu_si128(reinterpret_cast<const __m128i*>(up)), _mm_setzero_si128());
-      st = _mm_cvtsi128_si32(_mm_add_epi32(s, _mm_srli_si128(s, 8)));
+      const int sum = _mm_cvtsi128_si32(s) + _mm_extract_epi16(s, 4) + left_tree<0, 16>(p - 1, step);
+      fill<16>(p, step, _mm_set1_epi8(static_cast<char>((sum + 16) >> 5)));
+      return kPredOk;
     }
-    const int sl = l ? left_sum(p, step, 0, 16) : 0;
-    const int dc = a && l ? (st + sl + 16) >> 5 : a ? (st + 8) >> 4 : l ? (sl + 8) >> 4 : 128;
-    fill<16>(p, step, _mm_set1_epi8(static_cast<char>(dc)));
+    return dc16_edge(p, step, avail);
   } else {
-    int h = 0, v = 0;
+    // Straight-line sums (a loop over a variable step gets versioned for step 1).
     const uint8_t* l = p - 1;
-    for (int i = 0; i < 8; ++i) {
-      h += (i + 1) * (up[8 + i] - up[6 - i]);
-      v += (i + 1) * (*row(l, step, 8 + i) - *row(l, step, 6 - i));
-    }
+    const ptrdiff_t s = step;
+    const int h = ((1 * (up[8] - up[6]) + 2 * (up[9] - up[5])) + (3 * (up[10] - up[4]) + 4 * (up[11] - up[3]))) +
+                  ((5 * (up[12] - up[2]) + 6 * (up[13] - up[1])) + (7 * (up[14] - up[0]) + 8 * (up[15] - up[-1])));
+    const int v = ((1 * (l[8 * s] - l[6 * s]) + 2 * (l[9 * s] - l[5 * s])) +
+                   (3 * (l[10 * s] - l[4 * s]) + 4 * (l[11 * s] - l[3 * s]))) +
+                  ((5 * (l[12 * s] - l[2 * s]) + 6 * (l[13 * s] - l[1 * s])) +
+                   (7 * (l[14 * s] - l[0]) + 8 * (l[15 * s] - l[-s])));
     plane<16>(p, step, 16 * (*row(l, step, 15) + up[15]), (5 * h + 32) >> 6, (5 * v + 32) >> 6);
   }
   return kPredOk;
@@ -262,24 +333,27 @@ HUX_INLINE int32_t pred_chroma8x8_mode(uint8_t* p, int32_t step, uint32_t avail)
   } else if constexpr (mode == 1) {
     fill_left<8>(p, step);
   } else if constexpr (mode == 0) {
-    const bool a = avail & kAvailAbove, l = avail & kAvailLeft;
-    const int t0 = a ? static_cast<int>(bytesum(ld32(up))) : 0, t1 = a ? static_cast<int>(bytesum(ld32(up + 4))) : 0;
-    const int l0 = l ? left_sum(p, step, 0, 4) : 0, l1 = l ? left_sum(p, step, 4, 4) : 0;
-    const uint32_t d00 = static_cast<uint32_t>(ref::chroma_dc(t0, l0, a, l, 0, 0));
-    const uint32_t d01 = static_cast<uint32_t>(ref::chroma_dc(t1, l0, a, l, 1, 0));
-    const uint32_t d10 = static_cast<uint32_t>(ref::chroma_dc(t0, l1, a, l, 0, 1));
-    const uint32_t d11 = static_cast<uint32_t>(ref::chroma_dc(t1, l1, a, l, 1, 1));
-    const __m128i top = pair32(d00 * 0x01010101u, d01 * 0x01010101u);
-    const __m128i bot = pair32(d10 * 0x01010101u, d11 * 0x01010101u);
-    for (int y = 0; y < 4; ++y) _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), top);
-    for (int y = 4; y < 8; ++y) _mm_storel_epi64(reinterpret_cast<__m128i*>(row(p, step, y)), bot);
-  } else {
-    int h = 0, v = 0;
-    const uint8_t* l = p - 1;
-    for (int i = 0; i < 4; ++i) {
-      h += (i + 1) * (up[4 + i] - up[2 - i]);
-      v += (i + 1) * (*row(l, step, 4 + i) - *row(l, step, 2 - i));
+    if ((avail & (kAvailAbove | kAvailLeft)) == (kAvailAbove | kAvailLeft)) {
+      // Both sides: one psadbw gives the sums of the two halves of the row above.
+      const __m128i z = _mm_setzero_si128();
+      const __m128i s = _mm_sad_epu8(_mm_unpacklo_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(up)), z), z);
+      const uint32_t t0 = static_cast<uint32_t>(_mm_cvtsi128_si32(s)), t1 = static_cast<uint32_t>(_mm_extract_epi16(s, 4));
+      const uint32_t l0 = static_cast<uint32_t>(left_tree<0, 4>(p - 1, step));
+      const uint32_t l1 = static_cast<uint32_t>(left_tree<4, 4>(p - 1, step));
+      const __m128i top = pair32(((t0 + l0 + 4) >> 3) * 0x01010101u, ((t1 + 2) >> 2) * 0x01010101u);
+      const __m128i bot = pair32(((l1 + 2) >> 2) * 0x01010101u, ((t1 + l1 + 4) >> 3) * 0x01010101u);
+      fill<4>(p, step, top);
+      fill<4>(row(p, step, 4), step, bot);
+      return kPredOk;
     }
+    return dc_chroma_edge(p, step, avail);
+  } else {
+    // H: up[0..7] against -3..4 in one pmaddwd, the corner (weight -4) apart.
+    const __m128i e = _mm_unpacklo_epi8(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(up)), _mm_setzero_si128());
+    const int h = hsum_epi32(_mm_madd_epi16(e, _mm_setr_epi16(-3, -2, -1, 0, 1, 2, 3, 4))) - 4 * up[-1];
+    const uint8_t* l = p - 1;
+    const ptrdiff_t s = step;
+    const int v = 1 * (l[4 * s] - l[2 * s]) + 2 * (l[5 * s] - l[1 * s]) + 3 * (l[6 * s] - l[0]) + 4 * (l[7 * s] - l[-s]);
     plane<8>(p, step, 16 * (*row(l, step, 7) + up[7]), (17 * h + 16) >> 5, (17 * v + 16) >> 5);
   }
   return kPredOk;
