@@ -1764,6 +1764,209 @@ HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntraMB_H264_16s8u_P2R(int16_
  * @retval huxOk              done
  */
 HUX_API HuxResult HUX_STDCALL huxiReconstructChromaIntra4x4MB_H264_16s8u_P2R(int16_t** ppSrcCoeff, uint8_t* pSrcDstUPlane, uint8_t* pSrcDstVPlane, int32_t srcDstUVStep, uint32_t intraChromaMode, uint32_t cbp4x4, int32_t chromaQPU, int32_t chromaQPV, uint8_t edgeType, const int16_t* pQuantTableU, const int16_t* pQuantTableV, uint8_t bypassFlag);
+/* ------------------------------------------------ H.264 luma and chroma interpolation
+ *
+ * Motion-compensated prediction blocks by the H.264 interpolation processes.
+ * Luma: quarter-sample offsets dx, dy in 0..3 with the 6-tap filter
+ * (1, -5, 20, 20, -5, 1): half samples (sum + 16) >> 5, the centre sample from
+ * the unrounded, unclamped sums of the other direction as (sum + 512) >> 10,
+ * each clamped to 0..255 (0..2^bitDepth - 1 for 16u); quarter samples are
+ * (p + q + 1) >> 1 of the two nearest clamped integer or half samples the
+ * standard assigns. The computation is exact: no intermediate wraps.
+ * Chroma: eighth-sample offsets 0..7, ((8-dx)(8-dy)A + dx(8-dy)B + (8-dx)dy C
+ * + dx dy D + 32) >> 6 (no clamping needed).
+ * The plain forms take the source at the block's integer position. A luma
+ * form reads columns -2 .. width+2 of its rows when dx != 0 (else columns
+ * 0 .. width-1) and rows -2 .. height+2 when dy != 0 (else rows 0 ..
+ * height-1); a chroma form reads one more column when dx != 0 and one more row
+ * when dy != 0. The caller guarantees those samples exist, except where a Top,
+ * Bottom or Block form replicates the picture's edges itself.
+ * 8u widths are checked permissively: luma widths with bits only in {4, 8, 16}
+ * pass and select the kernel by (width * 2) & 48, so 0 and 4 produce 4
+ * columns, 8 and 12 produce 8, 16 to 28 produce 16; chroma widths with bits
+ * only in {2, 4, 8} select by width & 12: 0 and 2 produce 2 columns, 4 and 6
+ * produce 4, 8 to 14 produce 8. A height of zero or below (that passes the
+ * check) writes nothing. 16u forms loop over exactly the given width. */
+
+/** Parameters of the 16-bit plain, Top and Bottom forms. Steps count elements (16-bit samples). */
+typedef struct {
+  const uint16_t* pSrc; /* source sample at the block's integer position */
+  int32_t srcStep;      /* source row step, elements */
+  uint16_t* pDst;       /* destination block */
+  int32_t dstStep;      /* destination row step, elements */
+  int32_t dx;           /* horizontal fraction: luma 0..3, chroma 0..7 */
+  int32_t dy;           /* vertical fraction: luma 0..3, chroma 0..7 */
+  int32_t width;        /* block width */
+  int32_t height;       /* block height */
+  int32_t bitDepth;     /* luma results clamp to 0..(1 << bitDepth) - 1 (depths outside 1..16 act as the nearest); unused by chroma */
+} HuxInterpolation16u;
+
+/** Parameters of the Block forms: the whole reference plane(s), the block's place and its motion vector.
+ *  Pointers address 8-bit samples in the 8u forms and 16-bit samples in the 16u forms. */
+typedef struct {
+  const void* pSrc[2]; /* sample (0,0) of the reference picture: luma, or the two chroma planes */
+  int32_t srcStep;     /* reference row step (bytes for 8u, elements for 16u), both planes */
+  void* pDst[2];       /* destination block(s): luma, or the two chroma blocks */
+  int32_t dstStep;     /* destination row step, both planes */
+  int32_t frameWidth;  /* picture width in samples of this plane */
+  int32_t frameHeight; /* picture height */
+  int32_t blockWidth;
+  int32_t blockHeight;
+  int32_t blockX;      /* block position in the picture, samples */
+  int32_t blockY;
+  int32_t mvX;         /* motion vector: luma quarter samples, chroma eighth samples */
+  int32_t mvY;
+  int32_t bitDepth;    /* 16u forms: clamp depth as in HuxInterpolation16u */
+} HuxInterpolationBlock;
+
+/**
+ * @brief Luma prediction block at quarter-sample offset (dx, dy), 8-bit.
+ *
+ * Arithmetic and the samples read as in the section introduction; no step check (negative steps walk upwards).
+ * @param pSrc    source sample at the block's integer position
+ * @param srcStep source row step, bytes
+ * @param pDst    destination block, out
+ * @param dstStep destination row step, bytes
+ * @param dx, dy  quarter-sample fractions 0..3
+ * @param roi     width (bits only in {4, 8, 16}; the kernel chosen by (width * 2) & 48) and height (a multiple of 4)
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy outside 0..3 (tested unsigned: negatives fail)
+ * @retval huxErrSize     roi.height not a multiple of 4, or roi.width & ~28 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, HuxSize roi);
+/**
+ * @brief As huxiInterpolateLuma_H264_8u_C1R, replicating the picture's first row for rows above it.
+ *
+ * The picture's first row is pSrc + outPixels * srcStep (outPixels: block rows above the picture; zero or
+ * negative when the block starts inside it). Every row the filter reaches above that row reads that row instead;
+ * rows are gathered into a stack area first. Columns are not treated: the caller guarantees them.
+ * @param outPixels  rows of the block above the picture's first row (signed)
+ * @retval huxErrNullPtr, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateLuma_H264_8u_C1R
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief As huxiInterpolateLuma_H264_8u_C1R, replicating the picture's last row for rows below it.
+ *
+ * The picture's last row is block row roi.height - 1 - outPixels; every row the filter reaches below it reads
+ * that row instead (so with outPixels >= roi.height + 2 every row is a copy of it).
+ * @param outPixels  rows of the block below the picture's last row (signed)
+ * @retval huxErrNullPtr, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateLuma_H264_8u_C1R
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBottom_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief Luma prediction block of 16-bit samples at quarter-sample offset (dx, dy).
+ *
+ * Results clamp to 0..(1 << bitDepth) - 1. Samples read as in the section introduction, steps in elements.
+ * @param p  parameter block (pSrc, srcStep, pDst, dstStep, dx, dy, width, height, bitDepth)
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < width or dstStep < width
+ * @retval huxErrBadArg   dx outside 0..3, then dy outside 0..3
+ * @retval huxErrSize     height not 4, 8 or 16; width not 4, 8 or 16; width + height == 20 (4x16 and 16x4)
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_16u_C1R(const HuxInterpolation16u* p);
+/** @brief The 16-bit luma form with the Top form's first-row replication (outPixels as there).
+ *  @retval huxErrNullPtr, huxErrStep, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateLuma_H264_16u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/** @brief The 16-bit luma form with the Bottom form's last-row replication (outPixels as there).
+ *  @retval huxErrNullPtr, huxErrStep, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateLuma_H264_16u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBottom_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/**
+ * @brief Chroma prediction block at eighth-sample offset (dx, dy), 8-bit.
+ *
+ * Bilinear filter of the section introduction; reads one more column when dx != 0, one more row when dy != 0.
+ * @param dx, dy  eighth-sample fractions 0..7
+ * @param roi     width (bits only in {2, 4, 8}; kernel by width & 12) and an even height
+ * @retval huxErrNullPtr  pSrc or pDst is null
+ * @retval huxErrBadArg   dx or dy above 7 (tested unsigned)
+ * @retval huxErrSize     roi.height odd, or roi.width & ~14 not zero
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, HuxSize roi);
+/** @brief The chroma form with the picture's first row (pSrc + outPixels * srcStep) replicated above it.
+ *  @retval huxErrNullPtr, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateChroma_H264_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/** @brief The chroma form with the picture's last row (block row roi.height - 1 - outPixels) replicated below it.
+ *  @retval huxErrNullPtr, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateChroma_H264_8u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBottom_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst, int32_t dstStep, int32_t dx, int32_t dy, int32_t outPixels, HuxSize roi);
+/**
+ * @brief Chroma prediction block of 16-bit samples at eighth-sample offset (dx, dy); bitDepth is not read.
+ *
+ * @param p  parameter block; steps in elements
+ * @retval huxErrNullPtr  p, p->pSrc or p->pDst is null
+ * @retval huxErrStep     srcStep < 8, then dstStep < 8
+ * @retval huxErrBadArg   dx outside 0..7, then dy outside 0..7
+ * @retval huxErrSize     height not 2, 4, 8 or 16; width not 2, 4, 8 or 16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_16u_C1R(const HuxInterpolation16u* p);
+/** @brief The 16-bit chroma form with first-row replication (outPixels as in the Top forms).
+ *  @retval huxErrNullPtr, huxErrStep, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateChroma_H264_16u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/** @brief The 16-bit chroma form with last-row replication (outPixels as in the Bottom forms).
+ *  @retval huxErrNullPtr, huxErrStep, huxErrBadArg, huxErrSize, huxOk  as huxiInterpolateChroma_H264_16u_C1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBottom_H264_16u_C1R(const HuxInterpolation16u* p, int32_t outPixels);
+/**
+ * @brief Luma prediction block from a whole reference plane, any motion vector, 8-bit.
+ *
+ * Integer position (blockX + (mvX >> 2), blockY + (mvY >> 2)), fractions mvX & 3, mvY & 3 (arithmetic shifts).
+ * When the samples the filter reaches lie inside the frameWidth x frameHeight picture the kernel runs on the plane;
+ * otherwise they are first copied to a stack area, every sample outside the picture replaced by the nearest picture
+ * sample (left/right of a row: that row's first/last sample; rows above/below: the first/last row). The vector may
+ * point anywhere, even wholly outside the picture: only samples of the plane are read. Width classes as the plain form.
+ * @param b  parameter block (pSrc[0], srcStep, pDst[0], dstStep, frame and block geometry, mvX, mvY)
+ * @retval huxErrNullPtr  b, b->pSrc[0] or b->pDst[0] is null
+ * @retval huxErrSize     blockHeight & 3 or blockWidth & ~28 not zero; frameWidth or frameHeight below 1
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBlock_H264_8u_P1R(const HuxInterpolationBlock* b);
+/** @brief The luma Block form on 16-bit samples, clamped by b->bitDepth; produces exactly blockWidth columns.
+ *  @retval huxErrNullPtr, huxErrSize, huxOk  as huxiInterpolateLumaBlock_H264_8u_P1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBlock_H264_16u_P1R(const HuxInterpolationBlock* b);
+/**
+ * @brief Both chroma prediction blocks from whole reference planes, eighth-sample vector, 8-bit.
+ *
+ * Integer position (blockX + (mvX >> 3), blockY + (mvY >> 3)), fractions mvX & 7, mvY & 7; edges replicated as in
+ * huxiInterpolateLumaBlock_H264_8u_P1R; both planes use the same geometry, one after the other.
+ * @retval huxErrNullPtr  b, b->pSrc[0], b->pSrc[1], b->pDst[0] or b->pDst[1] is null
+ * @retval huxErrSize     blockHeight odd or blockWidth & ~14 not zero; frameWidth or frameHeight below 1
+ * @retval huxOk          both blocks were written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_8u_P2R(const HuxInterpolationBlock* b);
+/** @brief The chroma Block form on 16-bit samples; produces exactly blockWidth columns.
+ *  @retval huxErrNullPtr, huxErrSize, huxOk  as huxiInterpolateChromaBlock_H264_8u_P2R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_16u_P2R(const HuxInterpolationBlock* b);
+/**
+ * @brief Rounded average (a + b + 1) >> 1 of two prediction blocks, one step for all three.
+ *
+ * Writes exactly width x height samples (odd widths change no byte beyond the width).
+ * @param width, height  2..16 each
+ * @retval huxErrNullPtr  a pointer is null
+ * @retval huxErrSize     width or height outside 2..16
+ * @retval huxOk          the block was written
+ */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P2P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t width, int32_t height, int32_t pitch);
+/** @brief As huxiInterpolateBlock_H264_8u_P2P1R with a row step for each block.
+ *  @retval huxErrNullPtr, huxErrSize, huxOk  as huxiInterpolateBlock_H264_8u_P2P1R */
+HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P3P1R(const uint8_t* pSrc1, const uint8_t* pSrc2, uint8_t* pDst, int32_t width, int32_t height, int32_t src1Step, int32_t src2Step, int32_t dstStep);
+/**
+ * @brief Pads a decoded plane in place by pels samples on every side, repeating its edge samples.
+ *
+ * mode 0 (frame): every row gets pels copies of its first sample on the left and of its last on the right; the
+ * first padded row is then copied to the pels rows above, the last to the pels rows below. mode 1 (top field: rows
+ * 0, 2, ...) and mode 2 (bottom field: rows 1, 3, ...) do the same on one field, stepping 2 * pitch: the top field
+ * fills pels / 2 field rows above and (pels + 1) / 2 below, the bottom field the other way round, so the two passes
+ * together fill pels rows on each side. The caller owns pels samples (rows) around the plane.
+ * @param width   samples per row, at least 1
+ * @param height  rows, even and at least 2
+ * @param pitch   row step, bytes
+ * @retval huxErrNullPtr  pSrcDst is null
+ * @retval huxErrSize     height odd or below 2, or width below 1
+ * @retval huxOk          pels is 0 (returned at once, mode not checked), or the plane was padded
+ * @retval huxErrBadArg   mode not 0, 1 or 2, or pels negative
+ */
+HUX_API HuxResult HUX_STDCALL huxiExpandPlane_H264_8u_C1R(uint8_t* pSrcDst, int32_t width, int32_t height, int32_t pitch, int32_t pels, int32_t mode);
 
 #ifdef __cplusplus
 }

@@ -36,11 +36,18 @@ struct Arg {
   bool checked = true;       // a null pointer here is refused
   bool innerChecked = true;  // kRef: a null pointer held here is refused
   int rank = 0;              // a pointer tested after the value checks of lower rank
+  size_t offset = 0;         // kOut: the pointer passed addresses this byte of the block
 };
 
 inline Arg in(const void* p, bool checked = true) { return {Arg::kIn, p, {}, 0, {}, {}, checked}; }
 inline Arg out(std::vector<uint8_t> bytes, bool checked = true) { return {Arg::kOut, nullptr, std::move(bytes), 0, {}, {}, checked}; }
 inline Arg out(size_t n, bool checked = true) { return out(std::vector<uint8_t>(n, 0x5A), checked); }
+// A block the export also writes before its pointer (padding around a plane).
+inline Arg out_at(size_t n, size_t offset) {
+  Arg a = out(n);
+  a.offset = offset;
+  return a;
+}
 template <class T>
 Arg out_value(T v) {
   std::vector<uint8_t> b(sizeof v);
@@ -113,7 +120,7 @@ inline std::vector<std::string> run_export(const Export& e) {
       blocks[i] = a.init;
       if (a.kind == Arg::kVal) s[i] = a.good;
       if (a.kind == Arg::kIn) s[i] = static_cast<int64_t>(reinterpret_cast<uintptr_t>(a.in));
-      if (a.kind == Arg::kOut) s[i] = static_cast<int64_t>(reinterpret_cast<uintptr_t>(blocks[i].data()));
+      if (a.kind == Arg::kOut) s[i] = static_cast<int64_t>(reinterpret_cast<uintptr_t>(blocks[i].data() + a.offset));
       if (a.kind == Arg::kRef) {
         cells[i] = int(i) == null && inner ? nullptr : blocks[i].data();
         s[i] = static_cast<int64_t>(reinterpret_cast<uintptr_t>(&cells[i]));
