@@ -1967,6 +1967,278 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateBlock_H264_8u_P3P1R(const uint8_t* 
  * @retval huxErrBadArg   mode not 0, 1 or 2, or pels negative
  */
 HUX_API HuxResult HUX_STDCALL huxiExpandPlane_H264_8u_C1R(uint8_t* pSrcDst, int32_t width, int32_t height, int32_t pitch, int32_t pels, int32_t mode);
+/* ------------------------------------------------------------- H.264 deblocking */
+/*
+ * In-loop deblocking of one plane of one macroblock, in place. Each call filters every edge of one
+ * direction (VerEdge: the vertical edges, filtered across columns; HorEdge: the horizontal edges,
+ * filtered across rows), from the macroblock's outer edge inwards (edge k = 0, 1, ...), each edge
+ * from its first line to its last, so every edge sees what the previous one wrote. The caller
+ * decides boundary strengths and thresholds; the library only filters.
+ *
+ * pSrcDst addresses the macroblock's top-left sample. The outer edge's p side lies left of (above)
+ * it: luma reads 4 columns (rows) before it and writes 3, chroma reads and writes 2 (reads) and 1
+ * (writes). Within the macroblock, luma reads all 16 columns (rows) and chroma those up to the q1
+ * sample of its last edge.
+ *
+ * Per edge: alpha and beta come from pAlpha[e], pBeta[e]; bS bytes and tc0 values per segment of
+ * samples along the edge:
+ *   Luma (16x16):        edges 0,4,8,12; sample i in segment i>>2; bS pBS[4k+seg]; tc0 pThresholds[4k+seg];
+ *                        e = 0 for k = 0, else 1.
+ *   Chroma 4:2:0 (8x8):  edges 0,4; segment i>>1; bS pBS[8k+seg] (the bS of luma edges 0 and 2);
+ *                        tc0 pThresholds[4k+seg]; e = k.
+ *   Chroma 4:2:2 Hor:    edges 0,4,8,12 (8 wide); segment i>>1; bS pBS[4k+seg]; tc0 pThresholds[4k+seg];
+ *                        e = 0 for k = 0, else 1.
+ *   Chroma 4:2:2 Ver:    edges 0,4 (16 high); segment i>>2; bS pBS[8k+seg]; tc0 pThresholds[4k+seg]; e = k.
+ *   Luma MBAFF:          the left edge only, 8 rows; segment i>>1; bS pBS[seg]; tc0 pThresholds[seg]; e = 0.
+ *   Chroma MBAFF:        the left edge only, 4 rows; bS pBS[i]; tc0 pThresholds[i]; e = 0.
+ * An edge whose four bS bytes are all 0 is passed over; a segment with bS 0 is left alone.
+ *
+ * A line p3 p2 p1 p0 | q0 q1 q2 q3 is filtered only when |p0-q0| < alpha, |p1-p0| < beta and
+ * |q1-q0| < beta. bS exactly 4 selects the strong filter (on any edge, internal ones too), every
+ * other non-zero value the normal one. With ap = |p2-p0| < beta, aq = |q2-q0| < beta (luma):
+ *   strong, luma: if ap and |p0-q0| < (alpha>>2)+2: p0' = (p2+2p1+2p0+2q0+q1+4)>>3,
+ *     p1' = (p2+p1+p0+q0+2)>>2, p2' = (2p3+3p2+p1+p0+q0+4)>>3; else p0' = (2p1+p0+q1+2)>>2;
+ *     the q side likewise with aq.
+ *   strong, chroma: p0' = (2p1+p0+q1+2)>>2, q0' = (2q1+q0+p1+2)>>2.
+ *   normal: tc = tc0 + ap + aq (luma) or tc0 + 1 (chroma); d = ((q0-p0)*4 + (p1-q1) + 4) >> 3
+ *     clamped to -tc..tc; p0' = p0 + d, q0' = q0 - d, each clamped to 0..255 (8u) or
+ *     0..(1 << bitDepth)-1 (16u); luma only: if ap, p1' = p1 + clamp(-tc0, tc0,
+ *     (p2 + ((p0+q0+1)>>1) - 2p1) >> 1), and q1 likewise with aq.
+ * Thresholds are used as given, for 16u too: pass alpha, beta and tc0 already scaled for the bit
+ * depth. Nothing but the null pointers is checked: the step, thresholds and bit depth are trusted.
+ */
+
+/** Arguments of the 8-bit 4:2:2 chroma forms, in the order of the six-argument forms. */
+typedef struct {
+  uint8_t* pSrcDst;            /* the macroblock's top-left sample, filtered in place */
+  int32_t srcDstStep;          /* row step in bytes */
+  const uint8_t* pAlpha;       /* [2]: outer edge, internal edges (see the table above) */
+  const uint8_t* pBeta;        /* [2]: same indexing */
+  const uint8_t* pThresholds;  /* tc0 per segment */
+  const uint8_t* pBS;          /* bS per segment, four bytes per edge */
+} HuxDeblockParams8u;
+
+/** Arguments of the 16-bit forms: steps in elements, results clamped to 0..(1 << bitDepth)-1. */
+typedef struct {
+  uint16_t* pSrcDst;           /* the macroblock's top-left sample, filtered in place */
+  int32_t srcDstStep;          /* row step in elements */
+  const uint16_t* pAlpha;      /* [2] */
+  const uint16_t* pBeta;       /* [2] */
+  const uint16_t* pThresholds; /* tc0 per segment */
+  const uint8_t* pBS;          /* bS per segment, four bytes per edge */
+  int32_t bitDepth;            /* sample bit depth; values outside 0..16 act as the nearer end */
+} HuxDeblockParams16u;
+
+/**
+ * @brief Filters the four vertical luma edges (columns 0, 4, 8, 12) of a 16x16 macroblock in place.
+ *
+ * Reads 16 rows of columns -4..15 and writes columns -3..14 (see the section introduction for the
+ * filter, the bS/tc0 segments and the alpha/beta entries).
+ * @param pSrcDst      top-left luma sample of the macroblock, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: outer edge, internal edges
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [16] tc0, four per edge
+ * @param pBS          [16] bS, four per edge
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLuma_VerEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the four horizontal luma edges (rows 0, 4, 8, 12) of a 16x16 macroblock in place.
+ *
+ * Reads rows -4..15 of 16 columns and writes rows -3..14.
+ * @param pSrcDst      top-left luma sample of the macroblock, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: outer edge, internal edges
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [16] tc0, four per edge
+ * @param pBS          [16] bS, four per edge
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLuma_HorEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x8 4:2:0 chroma block in place.
+ *
+ * Reads 8 rows of columns -2..5 and writes columns -1, 0, 3, 4 (other bytes of that span may be
+ * rewritten with their own values). Edge k takes pAlpha[k], pBeta[k], pBS[8k..8k+3] and
+ * pThresholds[4k..4k+3], each byte for two rows.
+ * @param pSrcDst      top-left chroma sample, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: edge 0, edge 1
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [8] tc0, four per edge
+ * @param pBS          [16] the luma bS bytes: 0..3 for edge 0, 8..11 for edge 1 (4..7, 12..15 unused)
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma_VerEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the two horizontal edges (rows 0, 4) of an 8x8 4:2:0 chroma block in place.
+ *
+ * Reads rows -2..5 of 8 columns and writes rows -1, 0, 3, 4. Indexing as the vertical form.
+ * @param pSrcDst      top-left chroma sample, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [2] alpha: edge 0, edge 1
+ * @param pBeta        [2] beta, same indexing
+ * @param pThresholds  [8] tc0, four per edge
+ * @param pBS          [16] the luma bS bytes: 0..3 for edge 0, 8..11 for edge 1
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma_HorEdge_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the left luma edge of an MBAFF macroblock (8 rows) in place.
+ *
+ * Reads 8 rows of columns -4..3 and writes columns -3..2. Row i takes pBS[i>>1] and
+ * pThresholds[i>>1]; alpha and beta entry 0 only.
+ * @param pSrcDst      top-left luma sample of the 8 rows, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [1] alpha
+ * @param pBeta        [1] beta
+ * @param pThresholds  [4] tc0
+ * @param pBS          [4] bS
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLuma_VerEdge_MBAFF_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the left chroma edge of an MBAFF macroblock (4 rows) in place.
+ *
+ * Reads 4 rows of columns -2..1 and writes columns -1 and 0. Row i takes pBS[i] and
+ * pThresholds[i]; alpha and beta entry 0 only. Nothing else of the block is filtered.
+ * @param pSrcDst      top-left chroma sample of the 4 rows, in and out
+ * @param srcDstStep   row step in bytes (any sign)
+ * @param pAlpha       [1] alpha
+ * @param pBeta        [1] beta
+ * @param pThresholds  [4] tc0
+ * @param pBS          [4] bS
+ * @retval huxErrNullPtr  when pSrcDst, pAlpha, pBeta, pThresholds or pBS (in this order) is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma_VerEdge_MBAFF_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, const uint8_t* pAlpha, const uint8_t* pBeta, const uint8_t* pThresholds, const uint8_t* pBS);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x16 4:2:2 chroma block in place.
+ *
+ * Reads 16 rows of columns -2..5 and writes columns -1, 0, 3, 4 (other bytes of that span may be
+ * rewritten with their own values). Edge k takes alpha/beta entry k, pBS[8k + (i>>2)] and
+ * pThresholds[4k + (i>>2)] for row i.
+ * @param pDeblockInfo  the six arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdge_H264_8u_C1IR(const HuxDeblockParams8u* pDeblockInfo);
+/**
+ * @brief Filters the four horizontal edges (rows 0, 4, 8, 12) of an 8x16 4:2:2 chroma block in place.
+ *
+ * Reads rows -2..13 of 8 columns and writes rows 4k-1 and 4k. Edge k takes alpha/beta entry 0 for
+ * k = 0 and 1 otherwise, pBS[4k + (i>>1)] and pThresholds[4k + (i>>1)] for column i. The strong
+ * filter is chosen for a whole edge by its first bS byte: when pBS[4k] is 4, every segment of the
+ * edge with a non-zero bS takes the strong filter; otherwise every non-zero segment takes the normal
+ * one, a bS of 4 in a later segment included.
+ * @param pDeblockInfo  the six arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422HorEdge_H264_8u_C1IR(const HuxDeblockParams8u* pDeblockInfo);
+/**
+ * @brief Entry point of the 4:2:2 chroma MBAFF left edge (8u and 16u share it): does nothing.
+ *
+ * The operation is not provided; the pointer is not looked at (null included).
+ * @param pDeblockInfo  ignored
+ * @retval huxErrNotSupported  always
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdgeMBAFF_H264_8u_C1IR(const void* pDeblockInfo);
+/**
+ * @brief The same entry point as huxiFilterDeblockingChroma422VerEdgeMBAFF_H264_8u_C1IR: does nothing.
+ *
+ * @param pDeblockInfo  ignored
+ * @retval huxErrNotSupported  always
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdgeMBAFF_H264_16u_C1IR(const void* pDeblockInfo);
+/**
+ * @brief Filters the four vertical luma edges (columns 0, 4, 8, 12) of a 16x16 macroblock of 16-bit samples in place.
+ *
+ * Reads 16 rows of columns -4..15 and writes columns -3..14. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLumaVerEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the four horizontal luma edges (rows 0, 4, 8, 12) of a 16x16 macroblock of 16-bit samples in place.
+ *
+ * Reads rows -4..15 of 16 columns and writes rows -3..14. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLumaHorEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the left luma edge of an MBAFF macroblock (8 rows) of 16-bit samples in place.
+ *
+ * Reads 8 rows of columns -4..3 and writes columns -3..2; row i takes pBS[i>>1] and pThresholds[i>>1], alpha/beta entry 0. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * Returns huxOk at once, changing nothing, when pAlpha[0] is 0 or the four bS bytes are all 0.
+ * @param pDeblockInfo  the seven arguments; pThresholds [4], pBS [4]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingLumaVerEdgeMBAFF_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x8 4:2:0 chroma block of 16-bit samples in place.
+ *
+ * Reads 8 rows of columns -2..5 and writes columns -1, 0, 3, 4; edge k takes alpha/beta entry k, pBS[8k + (i>>1)], pThresholds[4k + (i>>1)]. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChromaVerEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the two horizontal edges (rows 0, 4) of an 8x8 4:2:0 chroma block of 16-bit samples in place.
+ *
+ * Reads rows -2..5 of 8 columns and writes rows -1, 0, 3, 4; indexing as the vertical form. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChromaHorEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the left chroma edge of an MBAFF macroblock (4 rows) of 16-bit samples in place.
+ *
+ * Reads 4 rows of columns -2..1 and writes columns -1 and 0; row i takes pBS[i] and pThresholds[i], alpha/beta entry 0. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * Returns huxOk at once, changing nothing, when pAlpha[0] is 0 or the four bS bytes are all 0.
+ * @param pDeblockInfo  the seven arguments; pThresholds [4], pBS [4]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChromaVerEdgeMBAFF_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the two vertical edges (columns 0, 4) of an 8x16 4:2:2 chroma block of 16-bit samples in place.
+ *
+ * Reads 16 rows of columns -2..5 and writes columns -1, 0, 3, 4; edge k takes alpha/beta entry k, pBS[8k + (i>>2)], pThresholds[4k + (i>>2)]. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [8], pBS [16] (bytes 0..3 and 8..11 used)
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422VerEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
+/**
+ * @brief Filters the four horizontal edges (rows 0, 4, 8, 12) of an 8x16 4:2:2 chroma block of 16-bit samples in place.
+ *
+ * Reads rows -2..13 of 8 columns and writes rows 4k-1 and 4k; edge k takes alpha/beta entry 0 for k = 0 and 1 otherwise, pBS[4k + (i>>1)], pThresholds[4k + (i>>1)]; the strong filter is chosen for a whole edge by its first bS byte, as in the 8u form. Steps in elements; normal-filter results clamped to 0..(1 << bitDepth)-1; thresholds used
+ * as given (already scaled for the bit depth).
+ * @param pDeblockInfo  the seven arguments; pThresholds [16], pBS [16]
+ * @retval huxErrNullPtr  when pDeblockInfo, then its pSrcDst, pAlpha, pBeta, pThresholds or pBS, is null; nothing written
+ * @retval huxOk          otherwise
+ */
+HUX_API HuxResult HUX_STDCALL huxiFilterDeblockingChroma422HorEdge_H264_16u_C1IR(const HuxDeblockParams16u* pDeblockInfo);
 
 #ifdef __cplusplus
 }

@@ -66,6 +66,11 @@ inline Arg after(Arg a, int rank) {
 constexpr int64_t size_arg(int32_t width, int32_t height) {
   return static_cast<int64_t>(static_cast<uint32_t>(width)) | static_cast<int64_t>(height) * (int64_t{1} << 32);
 }
+// A pointer into a block, for exports that also touch bytes before it.
+inline Arg at(Arg a, size_t offset) {
+  a.offset = offset;
+  return a;
+}
 inline Arg val(int64_t good, std::vector<Bad> bad = {}, std::vector<int64_t> alsoGood = {}) {
   return {Arg::kVal, nullptr, {}, good, std::move(bad), std::move(alsoGood)};
 }
@@ -74,7 +79,13 @@ struct Export {
   const char* name;
   std::vector<Arg> args;
   std::function<HuxResult(const int64_t*)> call;
+  HuxResult ok = huxOk;  // what the valid call returns
 };
+// An export whose valid call returns `st` (an entry point that always refuses).
+inline Export returns(Export e, HuxResult st) {
+  e.ok = st;
+  return e;
+}
 
 namespace detail {
 template <class P>
@@ -138,12 +149,12 @@ inline std::vector<std::string> run_export(const Export& e) {
         fails.push_back(what + ": argument " + std::to_string(i) + " written on failure");
     }
   };
-  run(-1, false, {}, huxOk, "valid arguments");
+  run(-1, false, {}, e.ok, "valid arguments");
   std::vector<std::pair<size_t, Bad>> bads;
   for (size_t i = 0; i < n; ++i) {
     const Arg& a = e.args[i];
     for (const Bad& b : a.bad) bads.push_back({i, b});
-    for (int64_t v : a.alsoGood) run(-1, false, {{i, v}}, huxOk, "argument " + std::to_string(i) + " = " + std::to_string(v));
+    for (int64_t v : a.alsoGood) run(-1, false, {{i, v}}, e.ok, "argument " + std::to_string(i) + " = " + std::to_string(v));
   }
   for (size_t i = 0; i < n; ++i)
     for (const bool inner : {false, true}) {
