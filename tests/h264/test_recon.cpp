@@ -109,7 +109,7 @@ struct Mb {
     if (!std::count_if(c, c + maxNum, [](int32_t x) { return x != 0; })) c[pick(maxNum)] = 1 + pick(3);
     hux::test::cavlc_encoder().encode(w, c, maxNum, shape, 0);
     std::vector<int16_t> r(maxNum == 4 ? 4 : 16);
-    for (int i = 0; i < maxNum; ++i) r[maxNum == 4 ? i : huxextras::kZigzag4x4[i + 16 - maxNum]] = static_cast<int16_t>(c[i]);
+    for (int i = 0; i < maxNum; ++i) r[maxNum == 4 ? i : huxH264Zigzag4x4[i + 16 - maxNum]] = static_cast<int16_t>(c[i]);
     shapes.push_back({shape, maxNum});
     blocks.push_back(r);
     return blocks.back().data();
@@ -126,7 +126,7 @@ struct Mb {
       int16_t num;
       const HuxResult st = shape == CavlcShape::kChroma420
                                ? huxiDecodeCAVLCChromaDcCoeffs_H264_1u16s(&p, &off, &num, &q, t.coeff_token_chroma420(), t.total_zeros_chroma420(), t.run_before())
-                               : huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &num, &q, 0, static_cast<int16_t>(maxNum), t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(), huxextras::kZigzag4x4);
+                               : huxiDecodeCAVLCCoeffs_H264_1u16s(&p, &off, &num, &q, 0, static_cast<int16_t>(maxNum), t.coeff_token_4x4(), t.total_zeros_4x4(), t.run_before(), huxH264Zigzag4x4);
       EXPECT_EQ(st, huxOk);
     }
     out.resize(static_cast<size_t>(q - out.data()));
