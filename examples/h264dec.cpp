@@ -571,6 +571,12 @@ class Decoder {
   SliceHeader sh;
   std::vector<std::unique_ptr<Picture>> dpb_;
   std::unique_ptr<Picture> cur_;
+  std::vector<std::unique_ptr<Picture>> pool_;  // pictures no longer needed, reused to spare allocations
+  void release() {  // moves every picture that is neither a reference nor waiting for output to the pool
+    for (auto& p : dpb_)
+      if (!p->isRef() && !p->needOutput) pool_.push_back(std::move(p));
+    dpb_.erase(std::remove(dpb_.begin(), dpb_.end(), nullptr), dpb_.end());
+  }
   int nextId_ = 1;
   int dpbSize_ = 16;
   int activeSpsId_ = -1;
@@ -631,6 +637,7 @@ void Decoder::activate(const Pps& p) {
     if (activeSpsId_ >= 0 && !sh.idr) fail("sequence parameter set changed outside an IDR picture");
     flush();
     dpb_.clear();
+    pool_.clear();
     activeSpsId_ = p.spsId;
     mbW = s.mbWidth, mbH = s.mbHeight;
     static const struct {
@@ -835,9 +842,16 @@ void Decoder::startPicture() {
     if (sh.frameNum != prevRefFrameNum_ && sh.frameNum != (prevRefFrameNum_ + 1) % maxFn)
       unsupported("gaps in frame_num");
   }
-  cur_ = std::make_unique<Picture>();
+  if (!pool_.empty()) {
+    cur_ = std::move(pool_.back());
+    pool_.pop_back();
+  } else {
+    cur_ = std::make_unique<Picture>();
+  }
   cur_->id = nextId_++;
-  cur_->alloc(mbW, mbH);
+  cur_->shortRef = cur_->longRef = cur_->needOutput = cur_->mmco5 = false;
+  cur_->longTermIdx = -1;
+  if (cur_->width != mbW * 16 || cur_->height != mbH * 16) cur_->alloc(mbW, mbH);
   cur_->frameNum = sh.frameNum;
   computePoc();
   mbs_.assign(static_cast<size_t>(mbW) * mbH, MbInfo{});
@@ -997,10 +1011,11 @@ void Decoder::storePicture() {
     } else {
       while (bump()) {
       }
-      dpb_.clear();
     }
+    for (auto& p : dpb_) pool_.push_back(std::move(p));
+    dpb_.clear();
   }
-  dpb_.erase(std::remove_if(dpb_.begin(), dpb_.end(), [](const auto& p) { return !p->isRef() && !p->needOutput; }), dpb_.end());
+  release();
   while (static_cast<int>(dpb_.size()) >= dpbSize_) {
     if (!c->isRef()) {
       bool lowest = true;
@@ -1009,6 +1024,7 @@ void Decoder::storePicture() {
       if (lowest) {
         out_(outCtx_, *c, *sps);
         ++framesOut;
+        pool_.push_back(std::move(c));
         return;
       }
     }
@@ -1025,7 +1041,7 @@ bool Decoder::bump() {
   out_(outCtx_, *best, *sps);
   ++framesOut;
   best->needOutput = false;
-  dpb_.erase(std::remove_if(dpb_.begin(), dpb_.end(), [](const auto& p) { return !p->isRef() && !p->needOutput; }), dpb_.end());
+  release();
   return true;
 }
 
@@ -1258,11 +1274,13 @@ struct MbDecoder {
   bool pcm = false;
   void direct(int q) {
     const int x0 = q < 0 ? 0 : (q & 1) * 2, y0 = q < 0 ? 0 : (q >> 1) * 2, n = q < 0 ? 4 : 2;
+    // With 8x8 inference the four 4x4 blocks of an 8x8 block share the co-located corner: one derivation each.
+    const int step = d.sps->direct8x8Inference ? 2 : 1;
     if (d.sh.directSpatial) {
       directSpatialSetup();
       const bool colShort = d.ref_[1][0]->shortRef;
-      for (int y = y0; y < y0 + n; ++y)
-        for (int x = x0; x < x0 + n; ++x) {
+      for (int y = y0; y < y0 + n; y += step)
+        for (int x = x0; x < x0 + n; x += step) {
           int mv[2][2] = {{sMv[0][0], sMv[0][1]}, {sMv[1][0], sMv[1][1]}};
           if (!zeroBoth && colShort) {
             const Col c = colocated(x, y);
@@ -1272,13 +1290,13 @@ struct MbDecoder {
           }
           for (int l = 0; l < 2; ++l) {
             if (sRef[l] >= 0) checkRef(l, sRef[l]);
-            setMotion(l, x, y, 1, 1, sRef[l], sRef[l] >= 0 ? mv[l][0] : 0, sRef[l] >= 0 ? mv[l][1] : 0);
+            setMotion(l, x, y, step, step, sRef[l], sRef[l] >= 0 ? mv[l][0] : 0, sRef[l] >= 0 ? mv[l][1] : 0);
           }
         }
       return;
     }
-    for (int y = y0; y < y0 + n; ++y)
-      for (int x = x0; x < x0 + n; ++x) {
+    for (int y = y0; y < y0 + n; y += step)
+      for (int x = x0; x < x0 + n; x += step) {
         const Col c = colocated(x, y);
         int ref0 = 0;
         if (c.ref >= 0) {
@@ -1304,22 +1322,31 @@ struct MbDecoder {
           m0x = (dsf * c.mx + 128) >> 8, m0y = (dsf * c.my + 128) >> 8;
           m1x = m0x - c.mx, m1y = m0y - c.my;
         }
-        setMotion(0, x, y, 1, 1, ref0, m0x, m0y);
-        setMotion(1, x, y, 1, 1, 0, m1x, m1y);
+        setMotion(0, x, y, step, step, ref0, m0x, m0y);
+        setMotion(1, x, y, step, step, 0, m1x, m1y);
       }
   }
 
   // ------------------------------------------------------------ motion compensation
+  bool uniform() const {
+    const size_t k0 = blk(0, 0);
+    for (int y = 0; y < 4; ++y)
+      for (int x = 0; x < 4; ++x) {
+        const size_t k = blk(x, y);
+        for (int l = 0; l < 2; ++l)
+          if (pic.refIdx[l][k] != pic.refIdx[l][k0] || pic.mv[l][2 * k] != pic.mv[l][2 * k0] || pic.mv[l][2 * k + 1] != pic.mv[l][2 * k0 + 1])
+            return false;
+      }
+    return true;
+  }
   void predict(int x, int y, int w, int h);  // pixels inside the macroblock; motion read from the arrays
   void predictDirect(int q) {
     const int x0 = q < 0 ? 0 : (q & 1) * 2, y0 = q < 0 ? 0 : (q >> 1) * 2, n = q < 0 ? 4 : 2;
-    if (d.sps->direct8x8Inference || !d.sh.directSpatial) {
-      // With inference every 8x8 block has one motion; temporal direct without it may differ per 4x4.
-      if (d.sps->direct8x8Inference) {
-        for (int y = y0; y < y0 + n; y += 2)
-          for (int x = x0; x < x0 + n; x += 2) predict(x * 4, y * 4, 8, 8);
-        return;
-      }
+    if (q < 0 && uniform()) return predict(0, 0, 16, 16);  // one motion over the macroblock: one prediction
+    if (d.sps->direct8x8Inference) {  // with inference every 8x8 block has one motion
+      for (int y = y0; y < y0 + n; y += 2)
+        for (int x = x0; x < x0 + n; x += 2) predict(x * 4, y * 4, 8, 8);
+      return;
     }
     for (int y = y0; y < y0 + n; ++y)
       for (int x = x0; x < x0 + n; ++x) predict(x * 4, y * 4, 4, 4);
@@ -1827,6 +1854,9 @@ namespace {
 // Boundary strength of the edge between 4x4 blocks p and q (indices into the picture's 4x4 grid).
 int motionStrength(const Picture& pic, size_t p, size_t q) {
   const int p0 = pic.refId[0][p], p1 = pic.refId[1][p], q0 = pic.refId[0][q], q1 = pic.refId[1][q];
+  if (p0 == q0 && p1 == q1 && (!p0 || std::memcmp(&pic.mv[0][2 * p], &pic.mv[0][2 * q], 4) == 0) &&
+      (!p1 || std::memcmp(&pic.mv[1][2 * p], &pic.mv[1][2 * q], 4) == 0))
+    return 0;  // the same motion on both sides (the common case inside a partition)
   const int np = (p0 != 0) + (p1 != 0), nq = (q0 != 0) + (q1 != 0);
   if (np != nq) return 1;
   auto far = [&](int lp, int lq) {
