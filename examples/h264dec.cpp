@@ -240,6 +240,11 @@ struct Scan8 {
 const Scan8 kScan8;
 
 // ------------------------------------------------------------------------------------------------ parameter sets
+#ifdef HUXVC_H264DEC_FUZZ
+constexpr long kMaxMbs = 1620;  // the fuzz build keeps pictures small (1 MB of samples) so the DPB stays in memory
+#else
+constexpr long kMaxMbs = 139264;  // the largest frame of any level
+#endif
 // Scaling lists in raster order: 0..5 the 4x4 lists (intra Y Cb Cr, inter Y Cb Cr), 6..7 the 8x8 lists (intra, inter).
 struct ScalingLists {
   uint8_t l4[6][16];
@@ -420,7 +425,7 @@ void parseSps(Bits& b, Sps* table) {
   s.gapsAllowed = b.flag();
   s.mbWidth = static_cast<int>(b.ueMax(1023, "pic_width_in_mbs_minus1")) + 1;
   s.mbHeight = static_cast<int>(b.ueMax(1023, "pic_height_in_map_units_minus1")) + 1;
-  if (static_cast<long>(s.mbWidth) * s.mbHeight > 139264) fail("picture of %dx%d macroblocks is too large", s.mbWidth, s.mbHeight);
+  if (static_cast<long>(s.mbWidth) * s.mbHeight > kMaxMbs) fail("picture of %dx%d macroblocks is too large", s.mbWidth, s.mbHeight);
   if (!b.flag()) unsupported("interlaced coding (field pictures or MBAFF)");
   s.direct8x8Inference = b.flag();
   if (b.flag()) {
@@ -1990,8 +1995,99 @@ void writePicture(void* ctx, const Picture& pic, const Sps& s) {
   ++o.n;
 }
 
+// Splits an Annex B byte stream into NAL units (start codes 00 00 01; a zero byte before them and trailing zeros
+// are dropped) and decodes them; false with a message on standard error when the stream is refused.
+bool decodeStream(const uint8_t* data, size_t n, Decoder& dec, const char* name) {
+  try {
+    size_t i = 0, start = SIZE_MAX;
+    std::vector<uint8_t> nal;
+    auto emit = [&](size_t from, size_t to) {
+      while (to > from && data[to - 1] == 0) --to;
+      if (to > from) {
+        nal.assign(data + from, data + to);
+        dec.decodeNal(nal);
+      }
+    };
+    while (i + 2 < n) {
+      if (data[i] == 0 && data[i + 1] == 0 && data[i + 2] == 1) {
+        if (start != SIZE_MAX) emit(start, i);
+        i += 3;
+        start = i;
+      } else {
+        ++i;
+      }
+    }
+    if (start == SIZE_MAX) throw DecodeError{"no start code: not an Annex B byte stream"};
+    emit(start, n);
+    dec.flush();
+    return true;
+  } catch (const DecodeError& e) {
+    std::fprintf(stderr, "huxvc-h264dec: %s: %s\n", name, e.what.c_str());
+  } catch (const std::bad_alloc&) {
+    std::fprintf(stderr, "huxvc-h264dec: %s: out of memory\n", name);
+  }
+  return false;
+}
+
+#ifdef HUXVC_H264DEC_FUZZ
+void discard(void*, const Picture&, const Sps&) {}
+#endif
+
 }  // namespace
 
+#ifdef HUXVC_H264DEC_FUZZ
+// Fuzz target: the whole decoder on one input (libFuzzer with clang).
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static FILE* devnull = std::freopen("/dev/null", "w", stderr);
+  (void)devnull;
+  Decoder dec(discard, nullptr);
+  decodeStream(data, size, dec, "fuzz");
+  return 0;
+}
+#ifdef HUXVC_H264DEC_FUZZ_DRIVER
+// Without libFuzzer: seeded random mutations (byte flips, truncation, spliced zero runs) of the seed streams named
+// on the command line, for the given number of seconds.   fuzz_h264dec SECONDS SEED.264...
+int main(int argc, char** argv) {
+  if (argc < 3) return 2;
+  const double secs = std::atof(argv[1]);
+  std::vector<std::vector<uint8_t>> seeds;
+  for (int i = 2; i < argc; ++i) {
+    FILE* f = std::fopen(argv[i], "rb");
+    if (!f) continue;
+    std::vector<uint8_t> d;
+    int c;
+    while ((c = std::fgetc(f)) != EOF) d.push_back(static_cast<uint8_t>(c));
+    std::fclose(f);
+    if (!d.empty()) seeds.push_back(std::move(d));
+  }
+  if (seeds.empty()) return 2;
+  uint64_t x = 0x9E3779B97F4A7C15u;
+  auto rnd = [&](uint64_t n) {
+    x ^= x << 13, x ^= x >> 7, x ^= x << 17;
+    return n ? x % n : 0;
+  };
+  const auto t0 = std::chrono::steady_clock::now();
+  long runs = 0;
+  while (std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count() < secs) {
+    std::vector<uint8_t> d = seeds[rnd(seeds.size())];
+    const int edits = 1 + static_cast<int>(rnd(8));
+    for (int e = 0; e < edits && !d.empty(); ++e) {
+      const size_t at = rnd(d.size());
+      switch (rnd(4)) {
+        case 0: d[at] = static_cast<uint8_t>(rnd(256)); break;
+        case 1: d[at] ^= static_cast<uint8_t>(1u << rnd(8)); break;
+        case 2: d.resize(at + 1); break;
+        default: d.insert(d.begin() + static_cast<std::ptrdiff_t>(at), rnd(64), 0); break;
+      }
+    }
+    LLVMFuzzerTestOneInput(d.data(), d.size());
+    ++runs;
+  }
+  std::printf("fuzz_h264dec: %ld inputs in %.0f s, no failure\n", runs, secs);
+  return 0;
+}
+#endif
+#else
 int main(int argc, char** argv) {
   bool md5 = false;
   const char* in = nullptr;
@@ -2027,41 +2123,11 @@ int main(int argc, char** argv) {
   }
   const auto t0 = std::chrono::steady_clock::now();
   Decoder dec(writePicture, &sink);
-  int status = 0;
-  try {
-    // Annex B: NAL units follow start codes 00 00 01 (a zero byte before them and trailing zeros are dropped).
-    size_t i = 0, start = std::string::npos;
-    const size_t n = data.size();
-    std::vector<uint8_t> nal;
-    auto emit = [&](size_t from, size_t to) {
-      while (to > from && data[to - 1] == 0) --to;
-      if (to > from) {
-        nal.assign(data.begin() + static_cast<std::ptrdiff_t>(from), data.begin() + static_cast<std::ptrdiff_t>(to));
-        dec.decodeNal(nal);
-      }
-    };
-    while (i + 2 < n) {
-      if (data[i] == 0 && data[i + 1] == 0 && data[i + 2] == 1) {
-        if (start != std::string::npos) emit(start, i);
-        i += 3;
-        start = i;
-      } else {
-        ++i;
-      }
-    }
-    if (start == std::string::npos) throw DecodeError{"no start code: not an Annex B byte stream"};
-    emit(start, n);
-    dec.flush();
-  } catch (const DecodeError& e) {
-    std::fprintf(stderr, "huxvc-h264dec: %s: %s\n", in, e.what.c_str());
-    status = 1;
-  } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "huxvc-h264dec: %s: out of memory\n", in);
-    status = 1;
-  }
+  const bool ok = decodeStream(data.data(), data.size(), dec, in);
   const double secs = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0).count();
   if (sink.f != stdout) std::fclose(sink.f);
   else std::fflush(stdout);
   std::fprintf(stderr, "huxvc-h264dec: %d frames in %.3f s (%.1f fps)\n", dec.framesOut, secs, secs > 0 ? dec.framesOut / secs : 0.0);
-  return status;
+  return ok ? 0 : 1;
 }
+#endif
