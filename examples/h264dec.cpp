@@ -492,8 +492,11 @@ struct Picture {
   void alloc(int mbW, int mbH) {
     width = mbW * 16, height = mbH * 16;
     const size_t ly = static_cast<size_t>(width) * height;
-    planes.assign(ly * 3 / 2, 0);
-    y = planes.data(), cb = y + ly, cr = cb + ly / 4;
+    // The vertical-edge deblocking calls read and rewrite the four columns left of a macroblock even when its left
+    // edge is not filtered: for the picture's first sample row that is a few bytes before the plane.
+    const size_t lead = 64;
+    planes.assign(lead + ly * 3 / 2, 0);
+    y = planes.data() + lead, cb = y + ly, cr = cb + ly / 4;
     const size_t nb = ly / 16;
     for (int l = 0; l < 2; ++l) {
       mv[l].assign(2 * nb, 0);
@@ -1996,7 +1999,8 @@ void writePicture(void* ctx, const Picture& pic, const Sps& s) {
 }
 
 // Splits an Annex B byte stream into NAL units (start codes 00 00 01; a zero byte before them and trailing zeros
-// are dropped) and decodes them; false with a message on standard error when the stream is refused.
+// are dropped) and decodes them; false when the stream is refused, with a message on standard error unless name is
+// null.
 bool decodeStream(const uint8_t* data, size_t n, Decoder& dec, const char* name) {
   try {
     size_t i = 0, start = SIZE_MAX;
@@ -2022,9 +2026,9 @@ bool decodeStream(const uint8_t* data, size_t n, Decoder& dec, const char* name)
     dec.flush();
     return true;
   } catch (const DecodeError& e) {
-    std::fprintf(stderr, "huxvc-h264dec: %s: %s\n", name, e.what.c_str());
+    if (name) std::fprintf(stderr, "huxvc-h264dec: %s: %s\n", name, e.what.c_str());
   } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "huxvc-h264dec: %s: out of memory\n", name);
+    if (name) std::fprintf(stderr, "huxvc-h264dec: %s: out of memory\n", name);
   }
   return false;
 }
@@ -2038,10 +2042,8 @@ void discard(void*, const Picture&, const Sps&) {}
 #ifdef HUXVC_H264DEC_FUZZ
 // Fuzz target: the whole decoder on one input (libFuzzer with clang).
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  static FILE* devnull = std::freopen("/dev/null", "w", stderr);
-  (void)devnull;
   Decoder dec(discard, nullptr);
-  decodeStream(data, size, dec, "fuzz");
+  decodeStream(data, size, dec, nullptr);
   return 0;
 }
 #ifdef HUXVC_H264DEC_FUZZ_DRIVER
