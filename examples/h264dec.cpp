@@ -542,6 +542,7 @@ struct MbInfo {
   int slice = -1;  // slice number within the picture; -1 not yet decoded
   int qp = 0, qpc[2] = {0, 0};
   bool intra = false, skip = false, t8x8 = false, i4x4 = false;  // i4x4: Intra 4x4 or 8x8 (for mode prediction)
+  bool uniform = false;  // one motion over the whole macroblock (no internal motion edges to test)
   uint8_t totalCoeff[16 + 8];  // luma 4x4 blocks in raster order (4x4 grid), then Cb 2x2, Cr 2x2
   uint8_t nonZero[16];         // for the boundary strengths: coded residual in the block (8x8 blocks whole)
   int8_t ipred[16];            // intra 4x4/8x8 modes, raster order of the 4x4 blocks
@@ -1174,22 +1175,13 @@ struct MbDecoder {
 
   // ------------------------------------------------------------ motion vector prediction
   Neighbour nb(int l, int x, int y) const {
-    int mb, bx = x, by = y;
-    if (y < 0) {
-      if (x < 0) mb = nD, bx = 3;
-      else if (x < 4) mb = nB;
-      else mb = nC, bx = 0;
-      by = 3;
-    } else if (x < 0) {
-      mb = nA, bx = 3;
-    } else if (x >= 4) {
-      return {false, -1, 0, 0};
-    } else {
-      if (!(done >> (y * 4 + x) & 1)) return {false, -1, 0, 0};
-      mb = addr;
-    }
+    int mb;
+    if (y < 0) mb = x < 0 ? nD : x < 4 ? nB : nC;
+    else if (x < 0) mb = nA;
+    else if (x >= 4 || !(done >> (y * 4 + x) & 1)) return {false, -1, 0, 0};
+    else mb = addr;
     if (mb < 0) return {false, -1, 0, 0};
-    const size_t i = static_cast<size_t>(((mb / d.mbW) * 4 + by) * bw + (mb % d.mbW) * 4 + bx);
+    const size_t i = static_cast<size_t>((mbY * 4 + y) * bw + mbX * 4 + x);  // the neighbour's block, by position
     return {true, pic.refIdx[l][i], pic.mv[l][2 * i], pic.mv[l][2 * i + 1]};
   }
   // shape: 0 generic, 1 16x8, 2 8x16 (partition index from the position)
@@ -1350,7 +1342,7 @@ struct MbDecoder {
   void predict(int x, int y, int w, int h);  // pixels inside the macroblock; motion read from the arrays
   void predictDirect(int q) {
     const int x0 = q < 0 ? 0 : (q & 1) * 2, y0 = q < 0 ? 0 : (q >> 1) * 2, n = q < 0 ? 4 : 2;
-    if (q < 0 && uniform()) return predict(0, 0, 16, 16);  // one motion over the macroblock: one prediction
+    if (q < 0 && m.uniform) return predict(0, 0, 16, 16);  // one motion over the macroblock: one prediction
     if (d.sps->direct8x8Inference) {  // with inference every 8x8 block has one motion
       for (int y = y0; y < y0 + n; y += 2)
         for (int x = x0; x < x0 + n; x += 2) predict(x * 4, y * 4, 8, 8);
@@ -1639,11 +1631,13 @@ void MbDecoder::decodeInter(int type, bool skipped) {
       predictMv(0, 0, 0, 0, 4, 0, px, py);
     setMotion(0, 0, 0, 4, 4, 0, px, py);
     setMotion(1, 0, 0, 4, 4, -1, 0, 0);
+    m.uniform = true;
     predict(0, 0, 16, 16);
   } else if (isB && type == 0) {  // B_Skip, B_Direct_16x16
     direct(-1);
     direct16 = true;
     allowT8 = d.sps->direct8x8Inference;
+    m.uniform = uniform();
     predictDirect(-1);
   } else if ((!isB && type == 3) || (!isB && type == 4) || (isB && type == 22)) {  // 8x8 partitions
     int sub[4], lists[4], shape[4];
@@ -1703,6 +1697,7 @@ void MbDecoder::decodeInter(int type, bool skipped) {
       lists[0] = kBParts[type][0], lists[1] = kBParts[type][1], shape = kBParts[type][2];
     }
     parts = shape ? 2 : 1;
+    m.uniform = parts == 1;
     int ref[2][2] = {{-1, -1}, {-1, -1}};
     for (int l = 0; l < 2; ++l)
       for (int p = 0; p < parts; ++p)
@@ -1911,6 +1906,7 @@ void Decoder::deblockMb(int addr) {
           const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
           if (m.intra || pm.intra) v = e == 0 ? 4 : 3;
           else if (m.nonZero[qy * 4 + qx] || pm.nonZero[py * 4 + px]) v = 2;
+          else if (e > 0 && m.uniform) v = 0;
           else {
             const int pmx = e == 0 ? (dir == 0 ? mbX - 1 : mbX) : mbX, pmy = e == 0 ? (dir == 0 ? mbY : mbY - 1) : mbY;
             const size_t p = static_cast<size_t>((pmy * 4 + py) * bw + pmx * 4 + px), q = static_cast<size_t>((mbY * 4 + qy) * bw + mbX * 4 + qx);
