@@ -484,9 +484,12 @@ struct Picture {
   bool shortRef = false, longRef = false, needOutput = false;
   bool mmco5 = false;
   // Motion of every 4x4 block (raster order over the picture) for the co-located lookups of direct prediction.
-  std::vector<int16_t> mv[2];     // x, y pairs
-  std::vector<int8_t> refIdx[2];  // -1: list unused
-  std::vector<int> refId[2];      // picture id the reference index stood for (0: none)
+  struct Motion {
+    int16_t mv[2][2];  // per list: x, y
+    int32_t refId[2];  // per list: id of the picture the reference index stood for (0: none)
+    int8_t ref[2];     // per list: reference index, -1 when the list is unused
+  };
+  std::vector<Motion> mo;  // one entry per 4x4 block, both lists together (one cache line serves a lookup)
   std::vector<uint8_t> intra;  // per macroblock
   bool isRef() const { return shortRef || longRef; }
   void alloc(int mbW, int mbH) {
@@ -498,11 +501,7 @@ struct Picture {
     planes.assign(lead + ly * 3 / 2, 0);
     y = planes.data() + lead, cb = y + ly, cr = cb + ly / 4;
     const size_t nb = ly / 16;
-    for (int l = 0; l < 2; ++l) {
-      mv[l].assign(2 * nb, 0);
-      refIdx[l].assign(nb, -1);
-      refId[l].assign(nb, 0);
-    }
+    mo.assign(nb, Motion{{{0, 0}, {0, 0}}, {0, 0}, {-1, -1}});
     intra.assign(static_cast<size_t>(mbW) * mbH, 0);
   }
 };
@@ -630,7 +629,8 @@ class Decoder {
   void decodeSliceData();
   void decodeMb(int addr, bool skipped);
   // -------------------------------------------------------------- deblocking
-  void deblockPicture();
+  void deblockRows(int end);  // filters the macroblock rows before end not yet filtered
+  int rowsFiltered_ = 0;
   void deblockMb(int addr);
 
   // helpers over the current picture's macroblocks
@@ -868,6 +868,7 @@ void Decoder::startPicture() {
   sliceNum_ = -1;
   mbsDecoded_ = 0;
   lastMb_ = -1;
+  rowsFiltered_ = 0;
 }
 
 void Decoder::computePoc() {
@@ -917,7 +918,7 @@ void Decoder::computePoc() {
 void Decoder::finishPicture() {
   if (!cur_) return;
   if (mbsDecoded_ != mbW * mbH) fail("picture %d is incomplete (%d of %d macroblocks)", cur_->id, mbsDecoded_, mbW * mbH);
-  deblockPicture();
+  deblockRows(mbH);
   const Sps& s = *sps;
   if (sh.nalRefIdc) markReferences();
   // Picture order and frame numbering state for the next picture.
@@ -1182,7 +1183,7 @@ struct MbDecoder {
     else mb = addr;
     if (mb < 0) return {false, -1, 0, 0};
     const size_t i = static_cast<size_t>((mbY * 4 + y) * bw + mbX * 4 + x);  // the neighbour's block, by position
-    return {true, pic.refIdx[l][i], pic.mv[l][2 * i], pic.mv[l][2 * i + 1]};
+    return {true, pic.mo[i].ref[l], pic.mo[i].mv[l][0], pic.mo[i].mv[l][1]};
   }
   // shape: 0 generic, 1 16x8, 2 8x16 (partition index from the position)
   void predictMv(int l, int ref, int x, int y, int w, int shape, int& px, int& py) const {
@@ -1211,10 +1212,10 @@ struct MbDecoder {
     for (int j = y; j < y + h; ++j)
       for (int i = x; i < x + w; ++i) {
         const size_t k = blk(i, j);
-        pic.refIdx[l][k] = static_cast<int8_t>(ref);
-        pic.mv[l][2 * k] = static_cast<int16_t>(mx);
-        pic.mv[l][2 * k + 1] = static_cast<int16_t>(my);
-        pic.refId[l][k] = r ? r->id : 0;
+        pic.mo[k].ref[l] = static_cast<int8_t>(ref);
+        pic.mo[k].mv[l][0] = static_cast<int16_t>(mx);
+        pic.mo[k].mv[l][1] = static_cast<int16_t>(my);
+        pic.mo[k].refId[l] = r ? r->id : 0;
       }
   }
   void markDone(int x, int y, int w, int h) {
@@ -1242,8 +1243,8 @@ struct MbDecoder {
     if (d.sps->direct8x8Inference) x = (x >> 1) * 3, y = (y >> 1) * 3;
     if (c->intra[static_cast<size_t>(addr)]) return {-1, 0, 0, 0};
     const size_t k = blk(x, y);
-    const int l = c->refIdx[0][k] >= 0 ? 0 : 1;
-    return {c->refIdx[l][k], c->mv[l][2 * k], c->mv[l][2 * k + 1], c->refId[l][k]};
+    const int l = c->mo[k].ref[0] >= 0 ? 0 : 1;
+    return {c->mo[k].ref[l], c->mo[k].mv[l][0], c->mo[k].mv[l][1], c->mo[k].refId[l]};
   }
   // Direct motion of the 8x8 block q (0..3), or of all four with q = -1; sets both lists.
   bool spatialReady = false;
@@ -1334,7 +1335,7 @@ struct MbDecoder {
       for (int x = 0; x < 4; ++x) {
         const size_t k = blk(x, y);
         for (int l = 0; l < 2; ++l)
-          if (pic.refIdx[l][k] != pic.refIdx[l][k0] || pic.mv[l][2 * k] != pic.mv[l][2 * k0] || pic.mv[l][2 * k + 1] != pic.mv[l][2 * k0 + 1])
+          if (pic.mo[k].ref[l] != pic.mo[k0].ref[l] || pic.mo[k].mv[l][0] != pic.mo[k0].mv[l][0] || pic.mo[k].mv[l][1] != pic.mo[k0].mv[l][1])
             return false;
       }
     return true;
@@ -1756,7 +1757,7 @@ void MbDecoder::decodeInter(int type, bool skipped) {
 
 void MbDecoder::predict(int x, int y, int w, int h) {
   const size_t k = blk(x / 4, y / 4);
-  const int r0 = pic.refIdx[0][k], r1 = pic.refIdx[1][k];
+  const int r0 = pic.mo[k].ref[0], r1 = pic.mo[k].ref[1];
   const int W = pic.width, H = pic.height;
   const int px = mbX * 16 + x, py = mbY * 16 + y;
   uint8_t* dy = pic.y + static_cast<size_t>(py) * W + px;
@@ -1767,7 +1768,7 @@ void MbDecoder::predict(int x, int y, int w, int h) {
   for (int l = 0; l < 2; ++l) {
     if (refs[l] < 0) continue;
     const Picture* r = d.ref_[l][refs[l]];
-    const int mx = pic.mv[l][2 * k], my = pic.mv[l][2 * k + 1];
+    const int mx = pic.mo[k].mv[l][0], my = pic.mo[k].mv[l][1];
     const bool direct = !bi;  // single prediction goes straight to the picture
     HuxInterpolationBlock ib{};
     ib.pSrc[0] = r->y;
@@ -1850,20 +1851,23 @@ void Decoder::decodeMb(int addr, bool skipped) {
   mb.decode(skipped);
   ++mbsDecoded_;
   lastMb_ = addr;
+  // Macroblocks arrive in raster order, so a completed row r lets row r - 1 be filtered while its data is warm:
+  // row r's intra prediction has read row r - 1's unfiltered samples, and nothing later reads them.
+  if (addr % mbW == mbW - 1 && addr / mbW >= 1) deblockRows(addr / mbW);
 }
 
 // ------------------------------------------------------------------------------------------------ deblocking
 namespace {
 // Boundary strength of the edge between 4x4 blocks p and q (indices into the picture's 4x4 grid).
 int motionStrength(const Picture& pic, size_t p, size_t q) {
-  const int p0 = pic.refId[0][p], p1 = pic.refId[1][p], q0 = pic.refId[0][q], q1 = pic.refId[1][q];
-  if (p0 == q0 && p1 == q1 && (!p0 || std::memcmp(&pic.mv[0][2 * p], &pic.mv[0][2 * q], 4) == 0) &&
-      (!p1 || std::memcmp(&pic.mv[1][2 * p], &pic.mv[1][2 * q], 4) == 0))
+  const int p0 = pic.mo[p].refId[0], p1 = pic.mo[p].refId[1], q0 = pic.mo[q].refId[0], q1 = pic.mo[q].refId[1];
+  if (p0 == q0 && p1 == q1 && (!p0 || std::memcmp(pic.mo[p].mv[0], pic.mo[q].mv[0], 4) == 0) &&
+      (!p1 || std::memcmp(pic.mo[p].mv[1], pic.mo[q].mv[1], 4) == 0))
     return 0;  // the same motion on both sides (the common case inside a partition)
   const int np = (p0 != 0) + (p1 != 0), nq = (q0 != 0) + (q1 != 0);
   if (np != nq) return 1;
   auto far = [&](int lp, int lq) {
-    return std::abs(pic.mv[lp][2 * p] - pic.mv[lq][2 * q]) >= 4 || std::abs(pic.mv[lp][2 * p + 1] - pic.mv[lq][2 * q + 1]) >= 4;
+    return std::abs(pic.mo[p].mv[lp][0] - pic.mo[q].mv[lq][0]) >= 4 || std::abs(pic.mo[p].mv[lp][1] - pic.mo[q].mv[lq][1]) >= 4;
   };
   if (np == 1) {
     const int lp = p0 ? 0 : 1, lq = q0 ? 0 : 1;
@@ -1879,8 +1883,9 @@ int motionStrength(const Picture& pic, size_t p, size_t q) {
 }
 }  // namespace
 
-void Decoder::deblockPicture() {
-  for (int addr = 0; addr < mbW * mbH; ++addr) deblockMb(addr);
+void Decoder::deblockRows(int end) {
+  for (; rowsFiltered_ < end; ++rowsFiltered_)
+    for (int x = 0; x < mbW; ++x) deblockMb(rowsFiltered_ * mbW + x);
 }
 
 void Decoder::deblockMb(int addr) {
