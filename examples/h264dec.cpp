@@ -1847,6 +1847,16 @@ void Decoder::decodeSliceData() {
 
 void Decoder::decodeMb(int addr, bool skipped) {
   if (mbs_[static_cast<size_t>(addr)].slice >= 0) fail("macroblock %d decoded twice", addr);
+  if (sh.type == 1 && ref_[1][0] && addr + 1 < mbW * mbH) {
+    // The co-located motion of the next macroblock is cold (another picture's): ask for it early.
+    const Picture& col = *ref_[1][0];
+    const int nx = (addr + 1) % mbW, ny = (addr + 1) / mbW, bw = mbW * 4;
+    for (int r : {0, 3}) {
+      const char* p = reinterpret_cast<const char*>(&col.mo[static_cast<size_t>((ny * 4 + r) * bw + nx * 4)]);
+      __builtin_prefetch(p);
+      __builtin_prefetch(p + 64);
+    }
+  }
   MbDecoder mb(*this, addr);
   mb.decode(skipped);
   ++mbsDecoded_;
@@ -1900,30 +1910,43 @@ void Decoder::deblockMb(int addr) {
     const bool outer = dir == 0 ? left : top;
     const int nAddr = dir == 0 ? addr - 1 : addr - mbW;
     uint8_t bs[16];
-    for (int e = 0; e < 4; ++e)
-      for (int s = 0; s < 4; ++s) {
-        uint8_t v = 0;
-        const int qx = dir == 0 ? e : s, qy = dir == 0 ? s : e;
-        if (e == 0 && !outer) v = 0;
-        else if (e > 0 && m.t8x8 && (e & 1)) v = 0;
-        else {
-          const MbInfo& pm = e == 0 ? mbs_[static_cast<size_t>(nAddr)] : m;
-          const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
-          if (m.intra || pm.intra) v = e == 0 ? 4 : 3;
-          else if (m.nonZero[qy * 4 + qx] || pm.nonZero[py * 4 + px]) v = 2;
-          else if (e > 0 && m.uniform) v = 0;
-          else {
-            const int pmx = e == 0 ? (dir == 0 ? mbX - 1 : mbX) : mbX, pmy = e == 0 ? (dir == 0 ? mbY : mbY - 1) : mbY;
-            const size_t p = static_cast<size_t>((pmy * 4 + py) * bw + pmx * 4 + px), q = static_cast<size_t>((mbY * 4 + qy) * bw + mbX * 4 + qx);
-            v = static_cast<uint8_t>(motionStrength(pic, p, q));
-          }
-        }
-        bs[e * 4 + s] = v;
+    const MbInfo* pmb = outer ? &mbs_[static_cast<size_t>(nAddr)] : nullptr;
+    const int pmx = dir == 0 ? mbX - 1 : mbX, pmy = dir == 0 ? mbY : mbY - 1;
+    for (int e = 0; e < 4; ++e) {
+      uint8_t* out = bs + 4 * e;
+      if (e == 0 ? !outer : (m.t8x8 && (e & 1))) {
+        std::memset(out, 0, 4);
+        continue;
       }
+      const MbInfo& pm = e == 0 ? *pmb : m;
+      if (m.intra || pm.intra) {
+        std::memset(out, e == 0 ? 4 : 3, 4);
+        continue;
+      }
+      // Inside a macroblock of one motion, or across two such, the motion test gives one answer for the edge.
+      const bool oneMotion = m.uniform && (e > 0 || pm.uniform);
+      int shared = -1;
+      for (int sgm = 0; sgm < 4; ++sgm) {
+        const int qx = dir == 0 ? e : sgm, qy = dir == 0 ? sgm : e;
+        const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
+        if (m.nonZero[qy * 4 + qx] || pm.nonZero[py * 4 + px]) {
+          out[sgm] = 2;
+        } else if (e > 0 && m.uniform) {
+          out[sgm] = 0;
+        } else if (oneMotion && shared >= 0) {
+          out[sgm] = static_cast<uint8_t>(shared);
+        } else {
+          const int bx = e == 0 ? pmx : mbX, by = e == 0 ? pmy : mbY;
+          const size_t p = static_cast<size_t>((by * 4 + py) * bw + bx * 4 + px), q = static_cast<size_t>((mbY * 4 + qy) * bw + mbX * 4 + qx);
+          shared = motionStrength(pic, p, q);
+          out[sgm] = static_cast<uint8_t>(shared);
+        }
+      }
+    }
     bool any = false;
     for (uint8_t v : bs) any |= v != 0;
     if (!any) continue;
-    const MbInfo& pm = outer ? mbs_[static_cast<size_t>(nAddr)] : m;
+    const MbInfo& pm = outer ? *pmb : m;
     // Luma.
     {
       uint8_t alpha[2], beta[2], tc[16];
