@@ -1330,13 +1330,13 @@ struct MbDecoder {
 
   // ------------------------------------------------------------ motion compensation
   bool uniform() const {
-    const size_t k0 = blk(0, 0);
-    for (int y = 0; y < 4; ++y)
-      for (int x = 0; x < 4; ++x) {
-        const size_t k = blk(x, y);
-        for (int l = 0; l < 2; ++l)
-          if (pic.mo[k].ref[l] != pic.mo[k0].ref[l] || pic.mo[k].mv[l][0] != pic.mo[k0].mv[l][0] || pic.mo[k].mv[l][1] != pic.mo[k0].mv[l][1])
-            return false;
+    // With 8x8 inference each 8x8 block has one motion, so its first block speaks for it.
+    const int step = d.sps->direct8x8Inference ? 2 : 1;
+    const Picture::Motion& a = pic.mo[blk(0, 0)];
+    for (int y = 0; y < 4; y += step)
+      for (int x = 0; x < 4; x += step) {
+        const Picture::Motion& o = pic.mo[blk(x, y)];
+        if (std::memcmp(a.mv, o.mv, sizeof a.mv) || a.ref[0] != o.ref[0] || a.ref[1] != o.ref[1]) return false;
       }
     return true;
   }
@@ -1991,22 +1991,27 @@ struct Sink {
   FILE* f = nullptr;
   bool md5 = false;
   bool headerDone = false;
-  std::vector<uint8_t> frame;
   int64_t n = 0;
 };
 
 void writePicture(void* ctx, const Picture& pic, const Sps& s) {
   Sink& o = *static_cast<Sink*>(ctx);
   const int w = pic.width - s.cropLeft - s.cropRight, h = pic.height - s.cropTop - s.cropBottom;
-  o.frame.resize(static_cast<size_t>(w) * h * 3 / 2);
-  uint8_t* d = o.frame.data();
-  for (int y = 0; y < h; ++y, d += w) std::memcpy(d, pic.y + static_cast<size_t>(y + s.cropTop) * pic.width + s.cropLeft, static_cast<size_t>(w));
-  for (const uint8_t* plane : {pic.cb, pic.cr})
-    for (int y = 0; y < h / 2; ++y, d += w / 2)
-      std::memcpy(d, plane + static_cast<size_t>(y + s.cropTop / 2) * (pic.width / 2) + s.cropLeft / 2, static_cast<size_t>(w / 2));
-  if (!o.md5) {
-    std::fwrite(o.frame.data(), 1, o.frame.size(), o.f);
-  } else {
+  Md5 m;
+  // The cropped planes, row by row (whole planes at once when nothing is cropped at the sides).
+  auto emit = [&](const uint8_t* plane, int stride, int x0, int y0, int cw, int ch) {
+    const uint8_t* p = plane + static_cast<size_t>(y0) * stride + x0;
+    const bool whole = cw == stride;
+    for (int y = 0; y < ch; y += whole ? ch : 1, p += static_cast<size_t>(stride) * (whole ? ch : 1)) {
+      const size_t n = static_cast<size_t>(cw) * (whole ? ch : 1);
+      if (o.md5) m.update(p, n);
+      else std::fwrite(p, 1, n, o.f);
+    }
+  };
+  emit(pic.y, pic.width, s.cropLeft, s.cropTop, w, h);
+  emit(pic.cb, pic.width / 2, s.cropLeft / 2, s.cropTop / 2, w / 2, h / 2);
+  emit(pic.cr, pic.width / 2, s.cropLeft / 2, s.cropTop / 2, w / 2, h / 2);
+  if (o.md5) {
     if (!o.headerDone) {
       o.headerDone = true;
       const int num = s.timeNum ? s.timeNum : 1, den = s.timeDen ? s.timeDen : 25;
@@ -2015,9 +2020,8 @@ void writePicture(void* ctx, const Picture& pic, const Sps& s) {
                    "#dimensions 0: %dx%d\n#sar 0: 0/1\n#stream#, dts,        pts, duration,     size, hash\n",
                    num, den, w, h);
     }
-    Md5 m;
-    m.update(o.frame.data(), o.frame.size());
-    std::fprintf(o.f, "0, %10lld, %10lld, %8d, %8zu, %s\n", static_cast<long long>(o.n), static_cast<long long>(o.n), 1, o.frame.size(), m.hex().c_str());
+    const size_t size = static_cast<size_t>(w) * h * 3 / 2;
+    std::fprintf(o.f, "0, %10lld, %10lld, %8d, %8zu, %s\n", static_cast<long long>(o.n), static_cast<long long>(o.n), 1, size, m.hex().c_str());
   }
   ++o.n;
 }
