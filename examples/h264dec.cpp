@@ -117,36 +117,39 @@ struct Bits {
   size_t trailing = 0;  // position of the last 1 bit (the stop bit), or endBit when there is none
 
   void load(const std::vector<uint8_t>& rbsp) {
-    // Longest zero run, in bits; conforming CAVLC slice data stays far below the bound.
-    size_t run = 0, longest = 0;
-    for (uint8_t b : rbsp) {
-      if (!b) {
-        run += 8;
-        longest = std::max(longest, run);
-        continue;
-      }
-      run += static_cast<size_t>(__builtin_clz(b) - 24);
+    // Longest zero run, in bits: runs longer than 14 bits need whole zero bytes, so only those are measured.
+    const size_t size = rbsp.size();
+    const uint8_t* d = rbsp.data();
+    size_t longest = 14;
+    for (const uint8_t* z = size ? static_cast<const uint8_t*>(std::memchr(d, 0, size)) : nullptr; z;) {
+      const uint8_t* e = z;
+      while (e < d + size && !*e) ++e;
+      size_t run = static_cast<size_t>(e - z) * 8;
+      if (z > d) run += static_cast<size_t>(__builtin_ctz(z[-1]));
+      if (e < d + size) run += static_cast<size_t>(__builtin_clz(*e) - 24);
       longest = std::max(longest, run);
-      run = static_cast<size_t>(__builtin_ctz(b));
+      z = e < d + size ? static_cast<const uint8_t*>(std::memchr(e, 0, static_cast<size_t>(d + size - e))) : nullptr;
     }
     if (longest > 48) fail("a run of %zu zero bits in a NAL unit (longer than any code of a CAVLC stream)", longest);
-    const size_t n = (rbsp.size() + 3) / 4;
+    const size_t n = (size + 3) / 4;
     words.assign(n + (2 * longest + 64) / 32 + 64, 0xFFFFFFFFu);
-    for (size_t i = 0; i < n; ++i) {
+    for (size_t i = 0; i + 1 < n || (i < n && size % 4 == 0); ++i) {
+      uint32_t w;
+      std::memcpy(&w, d + 4 * i, 4);
+      words[i] = __builtin_bswap32(w);
+    }
+    if (size % 4) {  // the last partial word, its missing bytes ones like the padding
       uint32_t w = 0;
-      for (size_t k = 0; k < 4; ++k) {
-        const size_t j = 4 * i + k;
-        w = w << 8 | (j < rbsp.size() ? rbsp[j] : 0xFF);
-      }
-      words[i] = w;
+      for (size_t j = 4 * (n - 1); j < 4 * n; ++j) w = w << 8 | (j < size ? d[j] : 0xFF);
+      words[n - 1] = w;
     }
     p = words.data();
     off = 31;
-    endBit = rbsp.size() * 8;
+    endBit = size * 8;
     trailing = endBit;
-    for (size_t i = rbsp.size(); i-- > 0;)
-      if (rbsp[i]) {
-        trailing = i * 8 + 7 - static_cast<size_t>(__builtin_ctz(rbsp[i]));
+    for (size_t i = size; i-- > 0;)
+      if (d[i]) {
+        trailing = i * 8 + 7 - static_cast<size_t>(__builtin_ctz(d[i]));
         break;
       }
   }
@@ -574,6 +577,7 @@ class Decoder {
   Sps sps_[32];
   Pps pps_[256];
   Bits bits_;
+  std::vector<uint8_t> rbsp_;
   const Sps* sps = nullptr;
   const Pps* pps = nullptr;
   SliceHeader sh;
@@ -702,17 +706,21 @@ void Decoder::decodeNal(const std::vector<uint8_t>& nal) {
     finishPicture();
     return;
   }
-  std::vector<uint8_t> rbsp;
-  rbsp.reserve(nal.size());
-  int zeros = 0;
-  for (size_t i = 1; i < nal.size(); ++i) {
-    const uint8_t c = nal[i];
-    if (zeros >= 2 && c == 3) {
-      zeros = 0;
-      continue;
-    }
-    zeros = c ? 0 : zeros + 1;
-    rbsp.push_back(c);
+  // Emulation prevention: each 00 00 03 loses its 03 (a zero pair counts only from behind the last one dropped).
+  std::vector<uint8_t>& rbsp = rbsp_;
+  rbsp.clear();
+  const uint8_t* q = nal.data() + 1;
+  const uint8_t* end = nal.data() + nal.size();
+  size_t pairFrom = 0;
+  while (q < end) {
+    const uint8_t* t = static_cast<const uint8_t*>(std::memchr(q, 3, static_cast<size_t>(end - q)));
+    if (!t) t = end;
+    rbsp.insert(rbsp.end(), q, t);
+    if (t == end) break;
+    const size_t r = rbsp.size();
+    if (r >= pairFrom + 2 && !rbsp[r - 1] && !rbsp[r - 2]) pairFrom = r;
+    else rbsp.push_back(3);
+    q = t + 1;
   }
   bits_.load(rbsp);
   if (type == 7) {
@@ -2041,13 +2049,15 @@ bool decodeStream(const uint8_t* data, size_t n, Decoder& dec, const char* name)
       }
     };
     while (i + 2 < n) {
-      if (data[i] == 0 && data[i + 1] == 0 && data[i + 2] == 1) {
-        if (start != SIZE_MAX) emit(start, i);
-        i += 3;
-        start = i;
-      } else {
-        ++i;
+      // A start code ends in a 1 byte after two zero bytes: look for the ones.
+      const uint8_t* one = static_cast<const uint8_t*>(std::memchr(data + i + 2, 1, n - i - 2));
+      if (!one) break;
+      const size_t at = static_cast<size_t>(one - data) - 2;
+      if (data[at] == 0 && data[at + 1] == 0) {
+        if (start != SIZE_MAX) emit(start, at);
+        start = at + 3;
       }
+      i = at + 1;
     }
     if (start == SIZE_MAX) throw DecodeError{"no start code: not an Annex B byte stream"};
     emit(start, n);
