@@ -44,6 +44,8 @@ stream high_8x8          176x144 8  mandelbrot $B --profile high --8x8dct --bfra
 stream high_intra8x8     176x144 3  testsrc    $B --profile high --8x8dct --keyint 1 --qp 22
 stream cqm_jvt           176x144 8  mandelbrot $B --profile high --8x8dct --cqm jvt --bframes 2 --qp 26
 stream cqm_flat_list    176x144 6  testsrc    $B --profile high --8x8dct --cqm flat --bframes 1 --qp 30 --chroma-qp-offset 3
+stream aq_crf            176x144 10 mandelbrot $B --profile main --crf 22 --aq-mode 2 --aq-strength 1.5 --bframes 2 --weightb
+stream aq_high_cqm       192x112 10 testsrc2   $B --profile high --8x8dct --crf 26 --aq-mode 1 --aq-strength 2 --cqm jvt --chroma-qp-offset -4 --bframes 1
 stream high_everything   208x128 14 mandelbrot $B --profile high --8x8dct --bframes 3 --b-pyramid normal --ref 4 --weightp 2 --weightb --slices 3 --direct auto --qp 25
 
 if [ -n "$check" ]; then
