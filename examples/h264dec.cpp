@@ -546,7 +546,7 @@ struct MbInfo {
   bool intra = false, skip = false, t8x8 = false, i4x4 = false;  // i4x4: Intra 4x4 or 8x8 (for mode prediction)
   bool uniform = false;  // one motion over the whole macroblock (no internal motion edges to test)
   uint8_t totalCoeff[16 + 8];  // luma 4x4 blocks in raster order (4x4 grid), then Cb 2x2, Cr 2x2
-  uint8_t nonZero[16];         // for the boundary strengths: coded residual in the block (8x8 blocks whole)
+  uint16_t nonZero;            // for the boundary strengths: bit 4y + x, coded residual in the block (8x8 blocks whole)
   int8_t ipred[16];            // intra 4x4/8x8 modes, raster order of the 4x4 blocks
 };
 
@@ -1470,12 +1470,12 @@ void MbDecoder::residual(bool i16, int cbpL, int cbpC, bool t8) {
       }
   }
   // Non-zero flags for the boundary strengths: an 8x8-transformed block counts as a whole.
-  for (int i = 0; i < 16; ++i) m.nonZero[i] = m.totalCoeff[i] != 0;
+  m.nonZero = 0;
+  for (int i = 0; i < 16; ++i) m.nonZero = static_cast<uint16_t>(m.nonZero | (m.totalCoeff[i] != 0) << i);
   if (t8)
     for (int q = 0; q < 4; ++q) {
-      const int x = (q & 1) * 2, y = (q >> 1) * 2;
-      const uint8_t nz = m.nonZero[y * 4 + x] | m.nonZero[y * 4 + x + 1] | m.nonZero[y * 4 + x + 4] | m.nonZero[y * 4 + x + 5];
-      m.nonZero[y * 4 + x] = m.nonZero[y * 4 + x + 1] = m.nonZero[y * 4 + x + 4] = m.nonZero[y * 4 + x + 5] = nz;
+      const uint16_t quad = static_cast<uint16_t>(0x33u << ((q & 1) * 2 + (q >> 1) * 8));
+      if (m.nonZero & quad) m.nonZero |= quad;
     }
 }
 
@@ -1483,7 +1483,7 @@ void MbDecoder::decode(bool skipped) {
   m.slice = d.sliceNum_;
   m.qp = d.qp_;
   std::memset(m.totalCoeff, 0, sizeof m.totalCoeff);
-  std::memset(m.nonZero, 0, sizeof m.nonZero);
+  m.nonZero = 0;
   std::memset(m.ipred, -1, sizeof m.ipred);
   pic.intra[static_cast<size_t>(addr)] = 0;
   if (skipped) {
@@ -1519,7 +1519,7 @@ void MbDecoder::decodeIntra(int type) {
         for (int i = 0; i < 8; ++i) p[j * (W / 2) + i] = static_cast<uint8_t>(b.u(8));
     b.guard();
     std::memset(m.totalCoeff, 16, sizeof m.totalCoeff);
-    std::memset(m.nonZero, 1, sizeof m.nonZero);
+    m.nonZero = 0xFFFF;
     return;
   }
   const uint8_t edge = edgeType();
@@ -1931,19 +1931,26 @@ void Decoder::deblockMb(int addr) {
         std::memset(out, e == 0 ? 4 : 3, 4);
         continue;
       }
+      // Coded residual on either side, one bit per segment.
+      auto segs = [&](unsigned nz, int line) -> unsigned {  // the four blocks of column (vertical edges) or row `line`
+        if (dir) return (nz >> (4 * line)) & 15u;
+        const unsigned c = (nz >> line) & 0x1111u;
+        return (c | c >> 3 | c >> 6 | c >> 9) & 15;
+      };
+      const unsigned coded = segs(m.nonZero, e) | segs(pm.nonZero, e == 0 ? 3 : e - 1);
       // Inside a macroblock of one motion, or across two such, the motion test gives one answer for the edge.
       const bool oneMotion = m.uniform && (e > 0 || pm.uniform);
       int shared = -1;
       for (int sgm = 0; sgm < 4; ++sgm) {
-        const int qx = dir == 0 ? e : sgm, qy = dir == 0 ? sgm : e;
-        const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
-        if (m.nonZero[qy * 4 + qx] || pm.nonZero[py * 4 + px]) {
+        if (coded >> sgm & 1) {
           out[sgm] = 2;
         } else if (e > 0 && m.uniform) {
           out[sgm] = 0;
         } else if (oneMotion && shared >= 0) {
           out[sgm] = static_cast<uint8_t>(shared);
         } else {
+          const int qx = dir == 0 ? e : sgm, qy = dir == 0 ? sgm : e;
+          const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
           const int bx = e == 0 ? pmx : mbX, by = e == 0 ? pmy : mbY;
           const size_t p = static_cast<size_t>((by * 4 + py) * bw + bx * 4 + px), q = static_cast<size_t>((mbY * 4 + qy) * bw + mbX * 4 + qx);
           shared = motionStrength(pic, p, q);
