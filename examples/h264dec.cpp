@@ -1512,6 +1512,7 @@ void MbDecoder::decodeIntra(int type) {
   if (type == 25) {  // I_PCM: samples as they stand
     pcm = true;
     b.align();
+    if (b.pos() + 384 * 8 > b.endBit) fail("macroblock %d: I_PCM samples past the end of the slice", addr);
     for (int j = 0; j < 16; ++j)
       for (int i = 0; i < 16; ++i) y[j * W + i] = static_cast<uint8_t>(b.u(8));
     for (uint8_t* p : {cb, cr})
