@@ -1872,7 +1872,8 @@ void Decoder::decodeMb(int addr, bool skipped) {
   lastMb_ = addr;
   // Macroblocks arrive in raster order, so a completed row r lets row r - 1 be filtered while its data is warm:
   // row r's intra prediction has read row r - 1's unfiltered samples, and nothing later reads them.
-  if (addr % mbW == mbW - 1 && addr / mbW >= 1) deblockRows(addr / mbW);
+  // (Only when no macroblock before it is missing; an incomplete picture is refused when it ends.)
+  if (addr % mbW == mbW - 1 && addr / mbW >= 1 && mbsDecoded_ == addr + 1) deblockRows(addr / mbW);
 }
 
 // ------------------------------------------------------------------------------------------------ deblocking
