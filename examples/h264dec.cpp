@@ -484,6 +484,7 @@ struct Picture {
   uint8_t* cb = nullptr;
   uint8_t* cr = nullptr;
   int poc = 0, frameNum = 0, frameNumWrap = 0, longTermIdx = -1;
+  int cropLeft = 0, cropRight = 0, cropTop = 0, cropBottom = 0, timeNum = 0, timeDen = 0;  // from its sequence
   bool shortRef = false, longRef = false, needOutput = false;
   bool mmco5 = false;
   // Motion of every 4x4 block (raster order over the picture) for the co-located lookups of direct prediction.
@@ -870,6 +871,9 @@ void Decoder::startPicture() {
   cur_->longTermIdx = -1;
   if (cur_->width != mbW * 16 || cur_->height != mbH * 16) cur_->alloc(mbW, mbH);
   cur_->frameNum = sh.frameNum;
+  // The output geometry travels with the picture: a later sequence set may reuse the id before it is output.
+  cur_->cropLeft = s.cropLeft, cur_->cropRight = s.cropRight, cur_->cropTop = s.cropTop, cur_->cropBottom = s.cropBottom;
+  cur_->timeNum = s.timeNum, cur_->timeDen = s.timeDen;
   computePoc();
   mbs_.assign(static_cast<size_t>(mbW) * mbH, MbInfo{});
   slices_.clear();
@@ -2011,8 +2015,9 @@ struct Sink {
   int64_t n = 0;
 };
 
-void writePicture(void* ctx, const Picture& pic, const Sps& s) {
+void writePicture(void* ctx, const Picture& pic, const Sps&) {
   Sink& o = *static_cast<Sink*>(ctx);
+  const Picture& s = pic;
   const int w = pic.width - s.cropLeft - s.cropRight, h = pic.height - s.cropTop - s.cropBottom;
   Md5 m;
   // The cropped planes, row by row (whole planes at once when nothing is cropped at the sides).

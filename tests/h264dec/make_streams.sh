@@ -50,7 +50,7 @@ stream high_everything   208x128 14 mandelbrot $B --profile high --8x8dct --bfra
 
 if [ -n "$check" ]; then
   changed=0
-  for f in "$out"/*.md5; do
+  for f in "$out"/*.264 "$out"/*.md5; do
     n=$(basename "$f")
     cmp -s "$f" "$check/$n" || { echo "changed: $n"; changed=1; }
   done
