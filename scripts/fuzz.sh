@@ -29,7 +29,7 @@ cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPIL
   -DCMAKE_C_FLAGS="$flags" -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined \
   -DCMAKE_SHARED_LINKER_FLAGS=-fsanitize=address,undefined -DHUX_FUZZ=ON -DHUX_BUILD_BENCH=OFF \
   -DHUX_BUILD_EXAMPLES=OFF -DHUX_TEST_INSTALL=OFF > /dev/null
-targets="fuzz_cavlc4x4 fuzz_chroma_dc420 fuzz_chroma_dc422 fuzz_exp_golomb"
+targets="fuzz_cavlc4x4 fuzz_chroma_dc420 fuzz_chroma_dc422 fuzz_exp_golomb fuzz_h264dec"
 # shellcheck disable=SC2086
 cmake --build "$dir" --target $targets
 export ASAN_OPTIONS=halt_on_error=1:detect_leaks=1 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
@@ -37,11 +37,15 @@ for t in $targets; do
   log="$dir/$t.log"
   # The outer timeout only guards against a driver that hangs; libFuzzer
   # reports an input slower than 10 s itself.
+  seeds=""
+  [ "$t" = fuzz_h264dec ] && seeds="tests/h264dec/streams"  # the decoder starts from its corpus
   if [ "$libfuzzer" = 1 ]; then
     mkdir -p "$dir/corpus/$t"
-    set -- -max_total_time="$secs" -timeout=10 -print_final_stats=1 -artifact_prefix="$dir/$t-" "$dir/corpus/$t"
+    # shellcheck disable=SC2086
+    set -- -max_total_time="$secs" -timeout=10 -rss_limit_mb=2560 -print_final_stats=1 -artifact_prefix="$dir/$t-" "$dir/corpus/$t" $seeds
   else
-    set -- "$secs"
+    # shellcheck disable=SC2086
+    set -- "$secs" $( [ -n "$seeds" ] && ls "$seeds"/*.264)
   fi
   if ! timeout $((secs + 120)) "$dir/tests/fuzz/$t" "$@" > "$log" 2>&1; then
     tail -n 60 "$log"

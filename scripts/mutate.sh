@@ -171,7 +171,10 @@ rev=$(git -C "$tree" rev-parse HEAD 2>/dev/null || echo unknown)
 dirty=""
 if [ "$rev" != unknown ] && [ -n "$(git -C "$tree" status --porcelain -- src tests 2>/dev/null)" ]; then dirty="+changes"; fi
 
-cmake_args=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DHUX_BUILD_TESTS=ON -DHUX_BUILD_BENCH=OFF -DHUX_BUILD_EXAMPLES=OFF)
+# Examples are built (and their tests run) only when a selected fault lies in one of them.
+examples=OFF
+if cat "$parsed"/*/file 2>/dev/null | grep -q '^examples/'; then examples=ON; fi
+cmake_args=(-G Ninja -DCMAKE_BUILD_TYPE=Release -DHUX_BUILD_TESTS=ON -DHUX_BUILD_BENCH=OFF -DHUX_BUILD_EXAMPLES=$examples)
 if grep -qs 'HUX_TEST_INSTALL' "$src/CMakeLists.txt" "$src/tests/CMakeLists.txt"; then
   cmake_args+=(-DHUX_TEST_INSTALL=OFF)
 fi
