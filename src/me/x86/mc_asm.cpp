@@ -18,20 +18,8 @@
 #if HUX_ASM && defined(__x86_64__)
 
 // rdi = pSrc, esi = srcStep, rdx = pDst, ecx = dstStep, r8d = acc, r9d = roundControl.
-asm(HUX_FN_MACROS R"(
-.intel_syntax noprefix
+asm(".intel_syntax noprefix\n" HUX_FN_MACROS HUX_COPY8X4_MACRO R"(
 .text
-
-.macro HUX_COPY8x4
-  mov rax, [rdi]
-  mov [rdx], rax
-  mov rax, [rdi+rsi]
-  mov [rdx+rcx], rax
-  mov rax, [rdi+rsi*2]
-  mov [rdx+rcx*2], rax
-  mov rax, [rdi+r10]
-  mov [rdx+r11], rax
-.endm
 
 # Vertical half-sample row: a holds source row y, b receives row y + 1 from
 # [src]; row y of the destination is their average, rounded up (kind 0) or
