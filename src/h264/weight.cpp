@@ -90,6 +90,17 @@ HUX_API HuxResult HUX_STDCALL huxiUnidirWeight_H264_16u_IP2P1R(uint16_t* pSrcDst
   return huxOk;
 }
 
+#if HUX_ASM && defined(__x86_64__)
+// The checks and kernels of the explicit two-prediction export
+// (x86/weight_asm.cpp), with its arguments: it weights the common 8x8 call
+// itself and jumps here for every other call.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_h264_bi_body(const uint8_t* pSrc1, const uint8_t* pSrc2,
+                                                                    uint8_t* pDst, int32_t srcStep, int32_t dstStep,
+                                                                    uint32_t logWD, int32_t weight1, int32_t offset1,
+                                                                    int32_t weight2, int32_t offset2, HuxSize roi) {
+  return bi_slow(pSrc1, pSrc2, pDst, srcStep, dstStep, logWD, weight1, offset1, weight2, offset2, roi);
+}
+#else
 HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlock_H264_8u_P2P1R(const uint8_t* pSrc1, const uint8_t* pSrc2,
                                                                  uint8_t* pDst, int32_t srcStep, int32_t dstStep,
                                                                  uint32_t logWD, int32_t weight1, int32_t offset1,
@@ -106,6 +117,7 @@ HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlock_H264_8u_P2P1R(const uint8_t* 
 #endif
   return bi_slow(pSrc1, pSrc2, pDst, srcStep, dstStep, logWD, weight1, offset1, weight2, offset2, roi);
 }
+#endif
 
 HUX_API HuxResult HUX_STDCALL huxiBiDirWeightBlock_H264_8u_P3P1R(const uint8_t* pSrc1, const uint8_t* pSrc2,
                                                                  uint8_t* pDst, int32_t src1Step, int32_t src2Step,
