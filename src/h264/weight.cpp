@@ -62,6 +62,16 @@ HuxResult bi16(const HuxBidir16u* p, uint32_t s, int32_t w1, int32_t w2, int32_t
 
 extern "C" {
 
+#if HUX_ASM && defined(__x86_64__)
+// The checks and kernels of the one-prediction export (x86/weight_asm.cpp),
+// with its arguments: it weights the common 8x8 call itself and jumps here for
+// every other call.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_h264_uni_body(uint8_t* pSrcDst, int32_t srcDstStep,
+                                                                     uint32_t logWD, int32_t weight, int32_t offset,
+                                                                     HuxSize roi) {
+  return uni_checked(pSrcDst, srcDstStep, logWD, weight, offset, roi);
+}
+#else
 HUX_API HuxResult HUX_STDCALL huxiUniDirWeightBlock_H264_8u_C1R(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t logWD,
                                                                 int32_t weight, int32_t offset, HuxSize roi) {
 #if HUX_WEIGHT_FAST
@@ -72,6 +82,7 @@ HUX_API HuxResult HUX_STDCALL huxiUniDirWeightBlock_H264_8u_C1R(uint8_t* pSrcDst
 #endif
   return uni_checked(pSrcDst, srcDstStep, logWD, weight, offset, roi);
 }
+#endif
 
 HUX_API HuxResult HUX_STDCALL huxiUniDirWeightBlock_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t logWD,
                                                                  int32_t weight, int32_t offset, HuxSize roi) {

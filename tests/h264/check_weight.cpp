@@ -78,6 +78,17 @@ void bi_export(const uint8_t* a, const uint8_t* b, uint8_t* d, int32_t step, int
                int32_t o1, int32_t w2, int32_t o2, int32_t h) {
   huxiBiDirWeightBlock_H264_8u_P2P1R(a, b, d, step, sd, logWD, w1, o1, w2, o2, HuxSize{8, h});
 }
+void uni_export(uint8_t* p, int32_t step, int h, uint32_t s, int32_t w, int32_t o) {
+  huxiUniDirWeightBlock_H264_8u_C1R(p, step, s, w, o, HuxSize{8, h});
+}
+void uni_export_check(Trial& t) {
+  const int h = height<8>(t);
+  const auto p = t.rows<uint8_t>(8, h, hux::check::kOdd);
+  uint32_t s = 6;
+  int32_t w = 40, o = 4;
+  if (t.index()) s = shift(t), w = weight(t), o = offset(t, s);
+  t.compare("uni 8x" + std::to_string(h) + "/export", &ref::uni<8>, &uni_export, p.p, p.step, h, s, w, o);
+}
 void bi_export_check(Trial& t) {
   const int h = height<8>(t);
   const auto ab = t.rows<uint8_t>(8, 2 * h, hux::check::kOdd);
@@ -96,6 +107,7 @@ void bi_export_check(Trial& t) {
 
 HUX_CHECK(h264, weight, 1024) {
 #if HUX_ASM && defined(__x86_64__)
+  uni_export_check(t);
   bi_export_check(t);
 #endif
   uni<16>(t);

@@ -1,5 +1,6 @@
-// The explicit two-prediction weighted export for 8x8 blocks in assembly, for
-// 64-bit (System V) x86. Its eleven arguments, five of them on the stack, and
+// The 8-bit weighted exports' common 8x8 calls in assembly, for 64-bit
+// (System V) x86: one prediction in place, and (described here) the explicit
+// two-prediction form. Its eleven arguments, five of them on the stack, and
 // the parameter tests cost the compiler callee-saved registers and spills
 // around a kernel of a few nanoseconds. Here the export tests, in order of
 // cheapness, for the common call: an 8x8 size, all three pointers set, both
@@ -110,6 +111,58 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
   HUX_FN_END huxiBiDirWeightBlock_H264_8u_P2P1R
+
+# One prediction in place, 8x8: esi = srcDstStep, edx = logWD, ecx = weight,
+# r8d = offset, r9 = roi. Common case: weight and offset within -128..127,
+# logWD at most 7, step at least 8; then y = (x * w + c) >> logWD with
+# c = ((2o + 1) << logWD) >> 1 and a saturating add is exact.
+  HUX_FN huxiUniDirWeightBlock_H264_8u_C1R
+  mov rax, 0x0000000800000008
+  cmp r9, rax
+  jne hux_h264_uni_body
+  test rdi, rdi
+  jz hux_h264_uni_body
+  cmp esi, 8
+  jl hux_h264_uni_body
+  cmp edx, 7
+  ja hux_h264_uni_body
+  lea eax, [rcx+128]
+  lea r10d, [r8+128]
+  or eax, r10d
+  cmp eax, 255
+  ja hux_h264_uni_body
+  movd xmm4, ecx
+  mov ecx, edx
+  lea eax, [r8*2+1]
+  shl eax, cl
+  sar eax, 1
+  movd xmm6, eax
+  movd xmm7, edx
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm6, xmm6, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm6, xmm6
+  pxor xmm8, xmm8
+  movsxd rsi, esi
+  .rept 4
+  movq xmm0, [rdi]
+  movq xmm1, [rdi+rsi]
+  punpcklbw xmm0, xmm8
+  punpcklbw xmm1, xmm8
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  packuswb xmm0, xmm1
+  movq [rdi], xmm0
+  movhps [rdi+rsi], xmm0
+  lea rdi, [rdi+rsi*2]
+  .endr
+  xor eax, eax
+  ret
+  HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
 
 .purgem HUX_BI8x2
 .att_syntax prefix
