@@ -228,8 +228,17 @@ extern "C" {
 
 // ------------------------------------------------------------ plain forms
 
+#if HUX_ASM && defined(__x86_64__)
+// The checks and kernels of the luma export (x86/interp_asm.cpp), with its
+// arguments: it copies the full-sample 8x8 block itself and jumps here for
+// every other call.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_h264_luma_body(const uint8_t* pSrc, int32_t srcStep,
+                                                                      uint8_t* pDst, int32_t dstStep, int32_t dx,
+                                                                      int32_t dy, HuxSize roi) {
+#else
 HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                                               int32_t dstStep, int32_t dx, int32_t dy, HuxSize roi) {
+#endif
   if (!pSrc | !pDst) return huxErrNullPtr;
   if (luma_frac_bad(dx, dy)) return huxErrBadArg;
   // Both size tests on the size as one word (width low, height high): this

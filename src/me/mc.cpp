@@ -118,10 +118,21 @@ HUX_API HuxResult HUX_STDCALL huxiCopy16x8HP_8u_C1R(const uint8_t* pSrc, int32_t
                                                     int32_t dstStep, int32_t acc, int32_t roundControl) {
   return copy_hp_export<16, 8>(pSrc, srcStep, pDst, dstStep, acc, roundControl);
 }
+#if HUX_ASM && defined(__x86_64__)
+// The half-sample positions, with the export's arguments: the assembly export
+// (x86/mc_asm.cpp) copies the integer position itself and jumps here for the
+// others.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_me_copy8x8_half(const uint8_t* pSrc, int32_t srcStep,
+                                                                       uint8_t* pDst, int32_t dstStep, int32_t acc,
+                                                                       int32_t roundControl) {
+  return copy_hp_export<8, 8>(pSrc, srcStep, pDst, dstStep, acc, roundControl);
+}
+#else
 HUX_API HuxResult HUX_STDCALL huxiCopy8x8HP_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                                    int32_t dstStep, int32_t acc, int32_t roundControl) {
   return copy_hp_export<8, 8>(pSrc, srcStep, pDst, dstStep, acc, roundControl);
 }
+#endif
 HUX_API HuxResult HUX_STDCALL huxiCopy8x4HP_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
                                                    int32_t dstStep, int32_t acc, int32_t roundControl) {
   return copy_hp_export<8, 4>(pSrc, srcStep, pDst, dstStep, acc, roundControl);

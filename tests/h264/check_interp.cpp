@@ -2,6 +2,7 @@
 // span exactly the rows and columns the filter reaches, so a read beyond them
 // faults or trips the sanitizer.
 #include "h264/interp_kernels.h"
+#include "huxvc.h"
 #include "support/check.h"
 
 #if defined(HUX_SSE2) && HUX_SSE2
@@ -43,7 +44,22 @@ void luma_all(Trial& t, std::integer_sequence<int, I...>) {
 }
 
 HUX_CHECK(h264, interp_luma16, 96) { luma_all<16>(t, std::make_integer_sequence<int, 16>()); }
-HUX_CHECK(h264, interp_luma8, 96) { luma_all<8>(t, std::make_integer_sequence<int, 16>()); }
+#if HUX_ASM && defined(__x86_64__)
+// The export's own full-sample 8x8 copy (x86/interp_asm.cpp), and the other
+// heights it passes on, through the kernel signature.
+int32_t luma8_export(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int32_t h) {
+  return huxiInterpolateLuma_H264_8u_C1R(src, ss, dst, ds, 0, 0, HuxSize{8, h});
+}
+#endif
+HUX_CHECK(h264, interp_luma8, 96) {
+  luma_all<8>(t, std::make_integer_sequence<int, 16>());
+#if HUX_ASM && defined(__x86_64__)
+  const int hgt = height_for(t, 8, 4);
+  auto s = t.rows<uint8_t>(8, hgt);
+  auto d = t.rows<uint8_t>(8, hgt);
+  t.compare("8/00/export", &h::ref::luma<8, 0, 0>, &luma8_export, s.p, s.step, d.p, d.step, hgt);
+#endif
+}
 HUX_CHECK(h264, interp_luma4, 96) { luma_all<4>(t, std::make_integer_sequence<int, 16>()); }
 
 template <int W, int Case>

@@ -57,6 +57,10 @@ void copy_avg(Trial& t, int h) {
     auto s = reference(t, W, h, mode, 1);
     auto d = t.rows<uint8_t>(W, h);
     t.compare(label, me::ref::kCopy<W>[i], me::sse2::kCopy<W>[i], s.p, s.step, d.p, d.step, h);
+#if HUX_ASM && defined(__x86_64__)
+    if (W == 8 && h == 8)
+      t.compare(label + "/asm", me::ref::kCopy<W>[i], me::sse2::kCopy8x8Export[i], s.p, s.step, d.p, d.step, h);
+#endif
     auto o = t.rows<uint8_t>(W, h);
     t.compare(label + "/avg", me::ref::kAvg<W>[i], me::sse2::kAvg<W>[i], s.p, s.step, o.p, o.step, d.p, d.step, h);
     // In place, as the averaging exports use it.

@@ -204,6 +204,34 @@ HUX_INLINE uint32_t byte_range(int32_t v) { return static_cast<uint32_t>(v) + 12
 
 }  // namespace wdetail
 
+// The common case's parameters (see byte_range).
+HUX_INLINE bool uni_common(uint32_t s, int32_t wt, int32_t o) {
+  return (wdetail::byte_range(wt) | wdetail::byte_range(o)) <= 255u && s <= 7;
+}
+HUX_INLINE bool bi_common(uint32_t s, int32_t w1, int32_t w2, int32_t o) {
+  using wdetail::byte_range;
+  const uint32_t sum = static_cast<uint32_t>(w1) + static_cast<uint32_t>(w2) + 128u;
+  return (byte_range(w1) | byte_range(w2) | sum | byte_range(o)) <= 255u && s <= 7;
+}
+// The 8x8 block in the common case, small enough to inline into the exports.
+HUX_INLINE void uni8x8(uint8_t* p, int32_t step, uint32_t s, int32_t wt, int32_t o) {
+  const __m128i c = _mm_set1_epi16(static_cast<int16_t>(((2 * o + 1) << s) >> 1));
+  wdetail::uni_rows<8, wdetail::kFolded>(p, step, 8, _mm_set1_epi16(static_cast<int16_t>(wt)),
+                                         wdetail::Tail{c, c, _mm_cvtsi32_si128(static_cast<int32_t>(s))});
+}
+HUX_INLINE void bi8x8(const uint8_t* a, int32_t sa, const uint8_t* b, int32_t sb, uint8_t* d, int32_t sd, uint32_t s,
+                      int32_t w1, int32_t w2, int32_t o) {
+  const __m128i c = _mm_set1_epi16(static_cast<int16_t>(((2 * o + 1) << s) >> 1));
+  const __m128i v1 = _mm_set1_epi16(static_cast<int16_t>(w1)), v2 = _mm_set1_epi16(static_cast<int16_t>(w2));
+  const wdetail::Tail t{c, c, _mm_cvtsi32_si128(static_cast<int32_t>(s))};
+  // Two rows a turn, pointers stepped: few registers, nothing to save.
+#pragma GCC unroll 1
+  for (int y = 0; y < 8; y += 2) {
+    wdetail::bi_rows<8, wdetail::kFolded>(a, sa, b, sb, d, sd, 2, v1, v2, t);
+    a += 2 * static_cast<intptr_t>(sa), b += 2 * static_cast<intptr_t>(sb), d += 2 * static_cast<intptr_t>(sd);
+  }
+}
+
 // One prediction in place: y = round(x * wt, s) + o, clamped; w and h are
 // 2, 4, 8 or 16.
 HUX_INLINE void uni8(uint8_t* p, int32_t step, int w, int h, uint32_t s, int32_t wt, int32_t o) {
@@ -228,13 +256,18 @@ HUX_INLINE void bi8(const uint8_t* a, int32_t sa, const uint8_t* b, int32_t sb, 
                         _mm_cvtsi32_si128(static_cast<int32_t>(s)));
 }
 
+// The exports take the 8x8 forms above directly; so do these.
 template <int W>
 void uni(uint8_t* p, int32_t step, int h, uint32_t s, int32_t wt, int32_t o) {
+  if constexpr (W == 8)
+    if (h == 8 && uni_common(s, wt, o)) return uni8x8(p, step, s, wt, o);
   uni8(p, step, W, h, s, wt, o);
 }
 template <int W>
 void bi(const uint8_t* a, int32_t sa, const uint8_t* b, int32_t sb, uint8_t* d, int32_t sd, int h, uint32_t s,
         int32_t w1, int32_t w2, int32_t o) {
+  if constexpr (W == 8)
+    if (h == 8 && bi_common(s, w1, w2, o)) return bi8x8(a, sa, b, sb, d, sd, s, w1, w2, o);
   bi8(a, sa, b, sb, d, sd, W, h, s, w1, w2, o);
 }
 

@@ -9,6 +9,7 @@
 
 #include <emmintrin.h>
 
+#include "huxvc.h"
 #include "me/mc_kernels.h"
 #include "me/x86/sad_sse2.h"  // loadu, load8, load4
 
@@ -134,6 +135,18 @@ HUX_INLINE void avg_hp(const uint8_t* src, int32_t ss, const uint8_t* other, int
   Rows<W, Mode, Round, 1> p(src, ss);
   for (int y = 0; y < h; ++y) stw<W>(row(dst, ds, y), _mm_avg_epu8(p.next(y), ldw<W>(row(other, os, y))));
 }
+
+#if HUX_ASM && defined(__x86_64__)
+// The assembly export (x86/mc_asm.cpp) through the copy kernel signature, so
+// the checker holds it to the reference kernels; indexed as kCopy.
+template <int I>
+void copy8x8_export(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int) {
+  huxiCopy8x8HP_8u_C1R(src, ss, dst, ds, I / 2, I & 1);
+}
+inline constexpr CopyFn kCopy8x8Export[8] = {&copy8x8_export<0>, &copy8x8_export<1>, &copy8x8_export<2>,
+                                             &copy8x8_export<3>, &copy8x8_export<4>, &copy8x8_export<5>,
+                                             &copy8x8_export<6>, &copy8x8_export<7>};
+#endif
 
 // One row at a time, so that rows overlapping through a short step see the
 // rows above them already updated, as in the reference.

@@ -19,25 +19,9 @@
 // Only caller-saved registers are used on 64-bit; on 32-bit one register is
 // saved for the 16-wide blocks. The intrinsics kernels in sad_sse2.h compute
 // the same sums and serve where this file is not built (HUX_ASM is 0).
-#include "common/simd.h"
+#include "common/asm.h"
 
 #if HUX_ASM
-
-#if defined(__CET__)
-#if defined(__x86_64__)
-#define HUX_ENDBR "endbr64\n"
-#else
-#define HUX_ENDBR "endbr32\n"
-#endif
-#else
-#define HUX_ENDBR ""
-#endif
-
-// Function start (aligned, global, typed for the ELF symbol table) and size.
-#define HUX_FN_MACROS                                                             \
-  ".macro HUX_FN name\n.p2align 4\n.globl \\name\n.type \\name, @function\n\\name:\n" \
-  HUX_ENDBR ".endm\n.macro HUX_FN_END name\n.size \\name, .-\\name\n.endm\n"
-#define HUX_FN_PURGE ".purgem HUX_FN\n.purgem HUX_FN_END\n"
 
 #if defined(__x86_64__)
 

@@ -1,0 +1,171 @@
+// The 8-bit weighted exports' common 8x8 calls in assembly, for 64-bit
+// (System V) x86: one prediction in place, and (described here) the explicit
+// two-prediction form. Its eleven arguments, five of them on the stack, and
+// the parameter tests cost the compiler callee-saved registers and spills
+// around a kernel of a few nanoseconds. Here the export tests, in order of
+// cheapness, for the common call: an 8x8 size, all three pointers set, both
+// steps at least 8, logWD at most 6, weights, their sum and the rounded mean
+// offset o = (o1 + o2 + 1) >> 1 within -128..127. Then every weighted sum of
+// two samples fits 16 bits and the folded form of weight_sse2.h is exact:
+// y = (x1 * w1 + x2 * w2 + c) >> (logWD + 1), c = (2o + 1) << logWD, with a
+// saturating add and the pack clamping to 0..255. Two rows a turn; a
+// destination equal to a source with the same step is read before it is
+// written. Every other call jumps with its arguments untouched to the C++
+// body (weight.cpp), which runs the checks in the interface's order. Only
+// caller-saved registers are used. Elsewhere (32-bit, HUX_ASM 0) the export
+// is that C++ body.
+#include "common/asm.h"
+
+#if HUX_ASM && defined(__x86_64__)
+
+// rdi = pSrc1, rsi = pSrc2, rdx = pDst, ecx = srcStep, r8d = dstStep,
+// r9d = logWD; on the stack: [rsp+8] weight1, [rsp+16] offset1,
+// [rsp+24] weight2, [rsp+32] offset2, [rsp+40] roi.
+asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
+.text
+
+# Rows y and y + 1: xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = shift,
+# xmm8 = 0.
+.macro HUX_BI8x2
+  movq xmm0, [rdi]
+  movq xmm1, [rdi+rcx]
+  movq xmm2, [rsi]
+  movq xmm3, [rsi+rcx]
+  punpcklbw xmm0, xmm8
+  punpcklbw xmm1, xmm8
+  punpcklbw xmm2, xmm8
+  punpcklbw xmm3, xmm8
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  pmullw xmm2, xmm5
+  pmullw xmm3, xmm5
+  paddw xmm0, xmm2
+  paddw xmm1, xmm3
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  packuswb xmm0, xmm1
+  movq [rdx], xmm0
+  movhps [rdx+r8], xmm0
+.endm
+
+  HUX_FN huxiBiDirWeightBlock_H264_8u_P2P1R
+  mov rax, 0x0000000800000008
+  cmp [rsp+40], rax
+  jne hux_h264_bi_body
+  test rdi, rdi
+  jz hux_h264_bi_body
+  test rsi, rsi
+  jz hux_h264_bi_body
+  test rdx, rdx
+  jz hux_h264_bi_body
+  cmp ecx, 8
+  jl hux_h264_bi_body
+  cmp r8d, 8
+  jl hux_h264_bi_body
+  cmp r9d, 6
+  ja hux_h264_bi_body
+  mov eax, [rsp+8]
+  mov r10d, [rsp+24]
+  lea r11d, [rax+128]
+  cmp r11d, 255
+  ja hux_h264_bi_body
+  lea r11d, [r10+128]
+  cmp r11d, 255
+  ja hux_h264_bi_body
+  lea r11d, [rax+r10+128]
+  cmp r11d, 255
+  ja hux_h264_bi_body
+  movd xmm4, eax
+  movd xmm5, r10d
+  movsxd rax, dword ptr [rsp+16]
+  movsxd r10, dword ptr [rsp+32]
+  lea rax, [rax+r10+1]
+  sar rax, 1
+  lea r10, [rax+128]
+  cmp r10, 255
+  ja hux_h264_bi_body
+  lea eax, [rax*2+1]
+  movd xmm6, eax
+  movd xmm9, r9d
+  inc r9d
+  movd xmm7, r9d
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm5, xmm5, 0
+  pshuflw xmm6, xmm6, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm5, xmm5
+  punpcklqdq xmm6, xmm6
+  psllw xmm6, xmm9
+  pxor xmm8, xmm8
+  movsxd rcx, ecx
+  movsxd r8, r8d
+  HUX_BI8x2
+  .rept 3
+  lea rdi, [rdi+rcx*2]
+  lea rsi, [rsi+rcx*2]
+  lea rdx, [rdx+r8*2]
+  HUX_BI8x2
+  .endr
+  xor eax, eax
+  ret
+  HUX_FN_END huxiBiDirWeightBlock_H264_8u_P2P1R
+
+# One prediction in place, 8x8: esi = srcDstStep, edx = logWD, ecx = weight,
+# r8d = offset, r9 = roi. Common case: weight and offset within -128..127,
+# logWD at most 7, step at least 8; then y = (x * w + c) >> logWD with
+# c = ((2o + 1) << logWD) >> 1 and a saturating add is exact.
+  HUX_FN huxiUniDirWeightBlock_H264_8u_C1R
+  mov rax, 0x0000000800000008
+  cmp r9, rax
+  jne hux_h264_uni_body
+  test rdi, rdi
+  jz hux_h264_uni_body
+  cmp esi, 8
+  jl hux_h264_uni_body
+  cmp edx, 7
+  ja hux_h264_uni_body
+  lea eax, [rcx+128]
+  lea r10d, [r8+128]
+  or eax, r10d
+  cmp eax, 255
+  ja hux_h264_uni_body
+  movd xmm4, ecx
+  mov ecx, edx
+  lea eax, [r8*2+1]
+  shl eax, cl
+  sar eax, 1
+  movd xmm6, eax
+  movd xmm7, edx
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm6, xmm6, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm6, xmm6
+  pxor xmm8, xmm8
+  movsxd rsi, esi
+  .rept 4
+  movq xmm0, [rdi]
+  movq xmm1, [rdi+rsi]
+  punpcklbw xmm0, xmm8
+  punpcklbw xmm1, xmm8
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  packuswb xmm0, xmm1
+  movq [rdi], xmm0
+  movhps [rdi+rsi], xmm0
+  lea rdi, [rdi+rsi*2]
+  .endr
+  xor eax, eax
+  ret
+  HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
+
+.purgem HUX_BI8x2
+.att_syntax prefix
+)" HUX_FN_PURGE);
+
+#endif
