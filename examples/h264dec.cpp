@@ -10,6 +10,7 @@
 // 4:2:2 and 4:4:4, bit depths above 8, slice groups (FMO) and arbitrary slice order, SP/SI slices, data
 // partitioning, frame-number gaps.
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdarg>
 #include <cstdint>
@@ -208,6 +209,11 @@ const uint8_t kTc0[52][3] = {
     {1, 1, 2}, {1, 1, 2}, {1, 1, 2}, {1, 1, 2}, {1, 2, 3},    {1, 2, 3},    {2, 2, 3},    {2, 2, 4},    {2, 3, 4},
     {2, 3, 4}, {3, 3, 5}, {3, 4, 6}, {3, 4, 6}, {4, 5, 7},    {4, 5, 8},    {4, 6, 9},    {5, 7, 10},   {6, 8, 11},
     {6, 8, 13}, {7, 10, 14}, {8, 11, 16}, {9, 12, 18}, {10, 13, 20}, {11, 15, 23}, {13, 17, 25}};
+// The filter's thresholds for one side of an edge: alpha, beta and the tc0 of bS 1..3 looked up by bS (0 and 4 give 0).
+struct EdgeParams {
+  uint8_t alpha, beta, tc[5];
+};
+
 // coded_block_pattern by codeNum (4:2:0): intra 4x4/8x8 macroblocks, inter macroblocks.
 const uint8_t kCbpIntra[48] = {47, 31, 15, 0,  23, 27, 29, 30, 7,  11, 13, 14, 39, 43, 45, 46,
                                16, 3,  5,  10, 12, 19, 21, 26, 28, 35, 37, 42, 44, 1,  2,  4,
@@ -637,6 +643,9 @@ class Decoder {
   void deblockRows(int end);  // filters the macroblock rows before end not yet filtered
   int rowsFiltered_ = 0;
   void deblockMb(int addr);
+  // The thresholds of every averaged QP for the filter offsets they were built for.
+  EdgeParams edgeTable_[52];
+  int edgeOffsets_[2] = {1000, 1000};
 
   // helpers over the current picture's macroblocks
   bool available(int addr) const { return addr >= 0 && addr < mbW * mbH && mbs_[static_cast<size_t>(addr)].slice == sliceNum_; }
@@ -1768,11 +1777,43 @@ void MbDecoder::decodeInter(int type, bool skipped) {
           "inter chroma reconstruction");
 }
 
+namespace {
+// Asks the cache for the reference samples the macroblock four to the right will read if it moves like this one:
+// a cache line of six luma rows and three rows of each chroma plane per macroblock, so that four macroblocks in
+// turn cover the 16 + 5 rows of a luma block and the 8 + 1 of a chroma block. The rows of a new macroblock row
+// are far apart in memory, too many streams for the processor's own prefetcher.
+void prefetchReference(const Picture& r, int mbX, int mbY, int mx, int my) {
+#if defined(__GNUC__)
+  const int W = r.width, H = r.height, phase = mbX & 3;
+  const int x = std::clamp(mbX * 16 + (mx >> 2) + 64, 0, W - 1);
+  const int y0 = mbY * 16 + (my >> 2) - 2 + phase * 6;
+  for (int i = 0; i < 6; ++i) __builtin_prefetch(r.y + static_cast<size_t>(std::clamp(y0 + i, 0, H - 1)) * W + x);
+  const int xc = x / 2, yc0 = (mbY * 16 + (my >> 2)) / 2 + phase * 3;
+  for (int i = 0; i < 3; ++i) {
+    const size_t off = static_cast<size_t>(std::clamp(yc0 + i, 0, H / 2 - 1)) * (W / 2) + xc;
+    __builtin_prefetch(r.cb + off);
+    __builtin_prefetch(r.cr + off);
+  }
+#else
+  (void)r, (void)mbX, (void)mbY, (void)mx, (void)my;
+#endif
+}
+}  // namespace
+
 void MbDecoder::predict(int x, int y, int w, int h) {
   const size_t k = blk(x / 4, y / 4);
   const int r0 = pic.mo[k].ref[0], r1 = pic.mo[k].ref[1];
   const int W = pic.width, H = pic.height;
   const int px = mbX * 16 + x, py = mbY * 16 + y;
+  if (x == 0 && y == 0) {
+#if defined(__GNUC__)
+    if (const int nx = px + 64; nx < W)
+      for (int i = 0; i < 4; ++i) __builtin_prefetch(pic.y + static_cast<size_t>(py + (mbX & 3) * 4 + i) * W + nx, 1);
+#endif
+  }
+  if (x == 0 && y == 0)
+    for (int l = 0; l < 2; ++l)
+      if (const int r = l ? r1 : r0; r >= 0) prefetchReference(*d.ref_[l][r], mbX, mbY, pic.mo[k].mv[l][0], pic.mo[k].mv[l][1]);
   uint8_t* dy = pic.y + static_cast<size_t>(py) * W + px;
   uint8_t* dc[2] = {pic.cb + static_cast<size_t>(py / 2) * (W / 2) + px / 2, pic.cr + static_cast<size_t>(py / 2) * (W / 2) + px / 2};
   const int mode = d.sh.type == 0 ? (d.pps->weightedPred ? 1 : 0) : d.pps->weightedBipred;  // 1 explicit, 2 implicit
@@ -1912,20 +1953,50 @@ void Decoder::deblockRows(int end) {
     for (int x = 0; x < mbW; ++x) deblockMb(rowsFiltered_ * mbW + x);
 }
 
+namespace {
+// The bS bytes of an edge's four segments from its coded-residual bits and the motion test's answer (0 or 1) for
+// the segments without residual.
+constexpr auto kEdgeBs = [] {
+  std::array<std::array<std::array<uint8_t, 4>, 16>, 2> t{};
+  for (int v = 0; v < 2; ++v)
+    for (int c = 0; c < 16; ++c)
+      for (int s = 0; s < 4; ++s) t[v][c][s] = static_cast<uint8_t>(c >> s & 1 ? 2 : v);
+  return t;
+}();
+// Bit 4y + x to bit 4x + y: the coded blocks of a column as the bits of a row.
+unsigned transpose4x4(unsigned x) {
+  unsigned t = (x ^ (x >> 3)) & 0x0A0Au;
+  x ^= t ^ (t << 3);
+  t = (x ^ (x >> 6)) & 0x00CCu;
+  return x ^ t ^ (t << 6);
+}
+}  // namespace
+
 void Decoder::deblockMb(int addr) {
   const MbInfo& m = mbs_[static_cast<size_t>(addr)];
   const SliceParams& sp = slices_[static_cast<size_t>(m.slice)];
   if (sp.disable == 1) return;
+  if (sp.alpha != edgeOffsets_[0] || sp.beta != edgeOffsets_[1]) {
+    for (int qp = 0; qp < 52; ++qp) {
+      const int a = std::clamp(qp + sp.alpha, 0, 51);
+      edgeTable_[qp] = {kAlpha[a], kBeta[std::clamp(qp + sp.beta, 0, 51)], {0, kTc0[a][0], kTc0[a][1], kTc0[a][2], 0}};
+    }
+    edgeOffsets_[0] = sp.alpha, edgeOffsets_[1] = sp.beta;
+  }
   Picture& pic = *cur_;
   const int mbX = addr % mbW, mbY = addr / mbW, bw = mbW * 4, W = pic.width;
   const bool left = mbX > 0 && (sp.disable != 2 || mbs_[static_cast<size_t>(addr - 1)].slice == m.slice);
   const bool top = mbY > 0 && (sp.disable != 2 || mbs_[static_cast<size_t>(addr - mbW)].slice == m.slice);
+  // The internal edges' thresholds (luma, Cb, Cr) serve both directions; the outer edge's depend on the neighbour.
+  const EdgeParams* inner[3] = {&edgeTable_[m.qp], &edgeTable_[m.qpc[0]], &edgeTable_[m.qpc[1]]};
   for (int dir = 0; dir < 2; ++dir) {  // 0 vertical edges, 1 horizontal edges
     const bool outer = dir == 0 ? left : top;
     const int nAddr = dir == 0 ? addr - 1 : addr - mbW;
     uint8_t bs[16];
     const MbInfo* pmb = outer ? &mbs_[static_cast<size_t>(nAddr)] : nullptr;
     const int pmx = dir == 0 ? mbX - 1 : mbX, pmy = dir == 0 ? mbY : mbY - 1;
+    const unsigned mz = dir ? m.nonZero : transpose4x4(m.nonZero);
+    const unsigned pz = !pmb ? 0 : dir ? pmb->nonZero : transpose4x4(pmb->nonZero);
     for (int e = 0; e < 4; ++e) {
       uint8_t* out = bs + 4 * e;
       if (e == 0 ? !outer : (m.t8x8 && (e & 1))) {
@@ -1937,48 +2008,34 @@ void Decoder::deblockMb(int addr) {
         std::memset(out, e == 0 ? 4 : 3, 4);
         continue;
       }
-      // Coded residual on either side, one bit per segment.
-      auto segs = [&](unsigned nz, int line) -> unsigned {  // the four blocks of column (vertical edges) or row `line`
-        if (dir) return (nz >> (4 * line)) & 15u;
-        const unsigned c = (nz >> line) & 0x1111u;
-        return (c | c >> 3 | c >> 6 | c >> 9) & 15;
+      // Coded residual on either side, one bit per segment: the four blocks of column (vertical edges) or row.
+      const unsigned coded = ((mz >> 4 * e) | ((e == 0 ? pz : mz) >> 4 * (e == 0 ? 3 : e - 1))) & 15u;
+      auto strengthAt = [&](int sgm) {
+        const int qx = dir == 0 ? e : sgm, qy = dir == 0 ? sgm : e;
+        const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
+        const int bx = e == 0 ? pmx : mbX, by = e == 0 ? pmy : mbY;
+        const size_t p = static_cast<size_t>((by * 4 + py) * bw + bx * 4 + px), q = static_cast<size_t>((mbY * 4 + qy) * bw + mbX * 4 + qx);
+        return static_cast<uint8_t>(motionStrength(pic, p, q));
       };
-      const unsigned coded = segs(m.nonZero, e) | segs(pm.nonZero, e == 0 ? 3 : e - 1);
-      // Inside a macroblock of one motion, or across two such, the motion test gives one answer for the edge.
-      const bool oneMotion = m.uniform && (e > 0 || pm.uniform);
-      int shared = -1;
-      for (int sgm = 0; sgm < 4; ++sgm) {
-        if (coded >> sgm & 1) {
-          out[sgm] = 2;
-        } else if (e > 0 && m.uniform) {
-          out[sgm] = 0;
-        } else if (oneMotion && shared >= 0) {
-          out[sgm] = static_cast<uint8_t>(shared);
-        } else {
-          const int qx = dir == 0 ? e : sgm, qy = dir == 0 ? sgm : e;
-          const int px = dir == 0 ? (e == 0 ? 3 : qx - 1) : qx, py = dir == 0 ? qy : (e == 0 ? 3 : qy - 1);
-          const int bx = e == 0 ? pmx : mbX, by = e == 0 ? pmy : mbY;
-          const size_t p = static_cast<size_t>((by * 4 + py) * bw + bx * 4 + px), q = static_cast<size_t>((mbY * 4 + qy) * bw + mbX * 4 + qx);
-          shared = motionStrength(pic, p, q);
-          out[sgm] = static_cast<uint8_t>(shared);
-        }
+      if (m.uniform && (e > 0 || pm.uniform)) {
+        // One motion on each side: inside the macroblock there is no motion edge; across two such macroblocks
+        // the motion test has one answer for the whole edge.
+        std::memcpy(out, kEdgeBs[coded == 15 || e > 0 ? 0 : strengthAt(0)][coded].data(), 4);
+        continue;
       }
+      for (int sgm = 0; sgm < 4; ++sgm) out[sgm] = coded >> sgm & 1 ? 2 : strengthAt(sgm);
     }
-    bool any = false;
-    for (uint8_t v : bs) any |= v != 0;
-    if (!any) continue;
+    uint64_t half[2];
+    std::memcpy(half, bs, sizeof half);
+    if (!(half[0] | half[1])) continue;
     const MbInfo& pm = outer ? *pmb : m;
     // Luma.
     {
-      uint8_t alpha[2], beta[2], tc[16];
-      int idxA[2];
-      for (int k = 0; k < 2; ++k) {
-        const int qpav = k == 0 ? (pm.qp + m.qp + 1) >> 1 : m.qp;
-        idxA[k] = std::clamp(qpav + sp.alpha, 0, 51);
-        alpha[k] = kAlpha[idxA[k]];
-        beta[k] = kBeta[std::clamp(qpav + sp.beta, 0, 51)];
-      }
-      for (int i = 0; i < 16; ++i) tc[i] = bs[i] && bs[i] < 4 ? kTc0[idxA[i < 4 ? 0 : 1]][bs[i] - 1] : 0;
+      const EdgeParams& o = edgeTable_[(pm.qp + m.qp + 1) >> 1];
+      const uint8_t alpha[2] = {o.alpha, inner[0]->alpha}, beta[2] = {o.beta, inner[0]->beta};
+      uint8_t tc[16];
+      for (int i = 0; i < 4; ++i) tc[i] = o.tc[bs[i]];
+      for (int i = 4; i < 16; ++i) tc[i] = inner[0]->tc[bs[i]];
       uint8_t* y = pic.y + static_cast<size_t>(mbY) * 16 * W + mbX * 16;
       check(dir == 0 ? huxiFilterDeblockingLuma_VerEdge_H264_8u_C1IR(y, W, alpha, beta, tc, bs)
                      : huxiFilterDeblockingLuma_HorEdge_H264_8u_C1IR(y, W, alpha, beta, tc, bs),
@@ -1986,19 +2043,11 @@ void Decoder::deblockMb(int addr) {
     }
     // Chroma: edges 0 and 2 of the luma pattern.
     for (int c = 0; c < 2; ++c) {
-      uint8_t alpha[2], beta[2], tc[8];
-      int idxA[2];
-      for (int k = 0; k < 2; ++k) {
-        const int qpav = k == 0 ? (pm.qpc[c] + m.qpc[c] + 1) >> 1 : m.qpc[c];
-        idxA[k] = std::clamp(qpav + sp.alpha, 0, 51);
-        alpha[k] = kAlpha[idxA[k]];
-        beta[k] = kBeta[std::clamp(qpav + sp.beta, 0, 51)];
-      }
-      for (int k = 0; k < 2; ++k)
-        for (int s = 0; s < 4; ++s) {
-          const uint8_t v = bs[8 * k + s];
-          tc[4 * k + s] = v && v < 4 ? kTc0[idxA[k]][v - 1] : 0;
-        }
+      const EdgeParams& o = edgeTable_[(pm.qpc[c] + m.qpc[c] + 1) >> 1];
+      const EdgeParams& in = *inner[1 + c];
+      const uint8_t alpha[2] = {o.alpha, in.alpha}, beta[2] = {o.beta, in.beta};
+      uint8_t tc[8];
+      for (int s = 0; s < 4; ++s) tc[s] = o.tc[bs[s]], tc[4 + s] = in.tc[bs[8 + s]];
       uint8_t* p = (c ? pic.cr : pic.cb) + static_cast<size_t>(mbY) * 8 * (W / 2) + mbX * 8;
       check(dir == 0 ? huxiFilterDeblockingChroma_VerEdge_H264_8u_C1IR(p, W / 2, alpha, beta, tc, bs)
                      : huxiFilterDeblockingChroma_HorEdge_H264_8u_C1IR(p, W / 2, alpha, beta, tc, bs),
