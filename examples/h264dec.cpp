@@ -1230,14 +1230,22 @@ struct MbDecoder {
   }
   void setMotion(int l, int x, int y, int w, int h, int ref, int mx, int my) {
     const Picture* r = ref >= 0 ? d.ref_[l][ref] : nullptr;
-    for (int j = y; j < y + h; ++j)
-      for (int i = x; i < x + w; ++i) {
-        const size_t k = blk(i, j);
-        pic.mo[k].ref[l] = static_cast<int8_t>(ref);
-        pic.mo[k].mv[l][0] = static_cast<int16_t>(mx);
-        pic.mo[k].mv[l][1] = static_cast<int16_t>(my);
-        pic.mo[k].refId[l] = r ? r->id : 0;
+    const int32_t id = r ? r->id : 0;
+    Picture::Motion* row = &pic.mo[blk(x, y)];
+    for (int j = 0; j < h; ++j, row += bw)
+      for (int i = 0; i < w; ++i) {
+        Picture::Motion& o = row[i];
+        o.ref[l] = static_cast<int8_t>(ref);
+        o.mv[l][0] = static_cast<int16_t>(mx);
+        o.mv[l][1] = static_cast<int16_t>(my);
+        o.refId[l] = id;
       }
+  }
+  // Both lists' motion over a square of n x n blocks.
+  void setMotionBoth(int x, int y, int n, const Picture::Motion& rec) {
+    Picture::Motion* row = &pic.mo[blk(x, y)];
+    for (int j = 0; j < n; ++j, row += bw)
+      for (int i = 0; i < n; ++i) row[i] = rec;
   }
   void markDone(int x, int y, int w, int h) {
     for (int j = y; j < y + h; ++j)
@@ -1300,20 +1308,28 @@ struct MbDecoder {
     const int step = d.sps->direct8x8Inference ? 2 : 1;
     if (d.sh.directSpatial) {
       directSpatialSetup();
-      const bool colShort = d.ref_[1][0]->shortRef;
+      // The predicted motion, and the same with the vectors of reference 0 zeroed for a still co-located block.
+      Picture::Motion moving{}, still{};
+      for (int l = 0; l < 2; ++l) {
+        const bool used = sRef[l] >= 0;
+        if (used) checkRef(l, sRef[l]);
+        moving.ref[l] = static_cast<int8_t>(sRef[l]);
+        moving.refId[l] = used ? d.ref_[l][sRef[l]]->id : 0;
+        moving.mv[l][0] = static_cast<int16_t>(used ? sMv[l][0] : 0);
+        moving.mv[l][1] = static_cast<int16_t>(used ? sMv[l][1] : 0);
+      }
+      still = moving;
+      for (int l = 0; l < 2; ++l)
+        if (sRef[l] == 0) still.mv[l][0] = still.mv[l][1] = 0;
+      const bool colTest = !zeroBoth && d.ref_[1][0]->shortRef;
       for (int y = y0; y < y0 + n; y += step)
         for (int x = x0; x < x0 + n; x += step) {
-          int mv[2][2] = {{sMv[0][0], sMv[0][1]}, {sMv[1][0], sMv[1][1]}};
-          if (!zeroBoth && colShort) {
+          bool isStill = false;
+          if (colTest) {
             const Col c = colocated(x, y);
-            if (c.ref == 0 && c.mx >= -1 && c.mx <= 1 && c.my >= -1 && c.my <= 1)
-              for (int l = 0; l < 2; ++l)
-                if (sRef[l] == 0) mv[l][0] = mv[l][1] = 0;
+            isStill = c.ref == 0 && c.mx >= -1 && c.mx <= 1 && c.my >= -1 && c.my <= 1;
           }
-          for (int l = 0; l < 2; ++l) {
-            if (sRef[l] >= 0) checkRef(l, sRef[l]);
-            setMotion(l, x, y, step, step, sRef[l], sRef[l] >= 0 ? mv[l][0] : 0, sRef[l] >= 0 ? mv[l][1] : 0);
-          }
+          setMotionBoth(x, y, step, isStill ? still : moving);
         }
       return;
     }
