@@ -213,13 +213,33 @@ void luma_block_window(const HuxInterpolationBlock* b, const T* plane, Window a,
   }
 }
 
-HuxResult check_block(const HuxInterpolationBlock* b, bool chroma) {
+[[gnu::always_inline]] inline HuxResult check_block(const HuxInterpolationBlock* b, bool chroma) {
   if (!b || !b->pSrc[0] || (chroma && !b->pSrc[1]) || !b->pDst[0] || (chroma && !b->pDst[1])) return huxErrNullPtr;
   if (chroma ? chroma_size_bad(b->blockWidth, b->blockHeight) : luma_size_bad(b->blockWidth, b->blockHeight))
     return huxErrSize;
   // A picture without samples has no edge to replicate.
   if (b->frameWidth < 1 || b->frameHeight < 1) return huxErrSize;
   return huxOk;
+}
+
+// The 8-bit Block forms' windows that cross the picture's edge, out of the
+// exports' line so the common call, a window inside the picture, runs with
+// no stack area and few registers.
+[[gnu::noinline]] void luma_block_edge(const HuxInterpolationBlock* b, h::LumaKernel f, Window a) {
+  uint8_t* dst = static_cast<uint8_t*>(b->pDst[0]);
+  const int32_t ds = b->dstStep;
+  luma_block_window<uint8_t, 32>(b, static_cast<const uint8_t*>(b->pSrc[0]), a,
+                                 [&](const uint8_t* s, int32_t ss, int y0, int h) { f(s, ss, dst + intptr_t{y0} * ds, ds, h); });
+}
+[[gnu::noinline]] void chroma_block_edge(const HuxInterpolationBlock* b, h::ChromaKernel f, Window a) {
+  const int32_t dx = b->mvX & 7, dy = b->mvY & 7, ds = b->dstStep;
+  for (int i = 0; i < 2; ++i) {
+    uint8_t* dst = static_cast<uint8_t*>(b->pDst[i]);
+    block_window<uint8_t, 16>(static_cast<const uint8_t*>(b->pSrc[i]), b->srcStep, b->frameWidth, b->frameHeight, a, 0,
+                              b->blockHeight, [&](const uint8_t* s, int32_t ss, int y0, int h) {
+                                f(s, ss, dst + intptr_t{y0} * ds, ds, dx, dy, h);
+                              });
+  }
 }
 
 }  // namespace
@@ -320,10 +340,12 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBlock_H264_8u_P1R(const HuxInte
   if (const HuxResult s = check_block(b, false)) return s;
   const int c = luma_class(b->blockWidth);
   const h::LumaKernel f = kLuma[c][(b->mvY & 3) * 4 + (b->mvX & 3)];
-  uint8_t* dst = static_cast<uint8_t*>(b->pDst[0]);
-  const int32_t ds = b->dstStep;
-  luma_block_window<uint8_t, 32>(b, static_cast<const uint8_t*>(b->pSrc[0]), luma_window(b, kLumaWidth[c]),
-                                 [&](const uint8_t* s, int32_t ss, int y0, int h) { f(s, ss, dst + intptr_t{y0} * ds, ds, h); });
+  const Window a = luma_window(b, kLumaWidth[c]);
+  if (!inside(a, b->frameWidth, b->frameHeight)) return luma_block_edge(b, f, a), huxOk;
+  const intptr_t step = b->srcStep;
+  const int lx = (b->mvX & 3) ? 2 : 0, ly = (b->mvY & 3) ? 2 : 0;
+  f(static_cast<const uint8_t*>(b->pSrc[0]) + (a.y0 + ly) * step + a.x0 + lx, b->srcStep,
+    static_cast<uint8_t*>(b->pDst[0]), b->dstStep, b->blockHeight);
   return huxOk;
 }
 
@@ -345,13 +367,12 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_8u_P2R(const HuxIn
   const int32_t dx = b->mvX & 7, dy = b->mvY & 7, ds = b->dstStep;
   const h::ChromaKernel f = kChroma[c][chroma_case(dx, dy)];
   const Window a = chroma_window(b, kChromaWidth[c]);
-  for (int i = 0; i < 2; ++i) {
-    uint8_t* dst = static_cast<uint8_t*>(b->pDst[i]);
-    block_window<uint8_t, 16>(static_cast<const uint8_t*>(b->pSrc[i]), b->srcStep, b->frameWidth, b->frameHeight, a, 0,
-                              b->blockHeight, [&](const uint8_t* s, int32_t ss, int y0, int h) {
-                                f(s, ss, dst + intptr_t{y0} * ds, ds, dx, dy, h);
-                              });
-  }
+  if (!inside(a, b->frameWidth, b->frameHeight)) return chroma_block_edge(b, f, a), huxOk;
+  const intptr_t off = a.y0 * intptr_t{b->srcStep} + a.x0;
+  f(static_cast<const uint8_t*>(b->pSrc[0]) + off, b->srcStep, static_cast<uint8_t*>(b->pDst[0]), ds, dx, dy,
+    b->blockHeight);
+  f(static_cast<const uint8_t*>(b->pSrc[1]) + off, b->srcStep, static_cast<uint8_t*>(b->pDst[1]), ds, dx, dy,
+    b->blockHeight);
   return huxOk;
 }
 
