@@ -76,10 +76,12 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movdqu [rdx+\c], xmm0
 .endm
 
-# The size-independent tests and the vectors above; then rcx and r8 are the
-# steps sign-extended, rax = 3 rcx and r9 = 3 r8. The weights, their sum and
-# the offset are tested together: each plus 128 is within 0..255 exactly
-# when their bitwise or is.
+# The size-independent tests and the vectors above; then rax and r8 are the
+# steps sign-extended, r11 = 3 rax and r9 = 3 r8. The weights and their sum
+# are tested together: each plus 128 is within 0..255 exactly when their
+# bitwise or is. With r10 = o1 + o2 + 1 (64 bits), the offset o = r10 >> 1 is
+# within -128..127 exactly when 2o + 1 = r10 | 1 is within -255..255; c is
+# (2o + 1) << logWD, shifted with cl while rcx is free.
 .macro HUX_BI_SETUP
   test rdi, rdi
   jz hux_h264_bi_body
@@ -96,32 +98,32 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   add r10d, 128
   or eax, r10d
   or eax, r11d
+  cmp eax, 255
+  ja hux_h264_bi_body
   movsxd r10, dword ptr [rsp+16]
   movsxd r11, dword ptr [rsp+32]
   lea r10, [r10+r11+1]
-  sar r10, 1
-  lea r11, [r10+128]
-  or rax, r11
-  cmp rax, 255
+  or r10, 1
+  lea r11, [r10+255]
+  cmp r11, 510
   ja hux_h264_bi_body
   movd xmm4, dword ptr [rsp+8]
   movd xmm5, dword ptr [rsp+24]
-  lea eax, [r10*2+1]
-  movd xmm6, eax
-  movd xmm9, r9d
-  inc r9d
-  movd xmm7, r9d
+  movsxd rax, ecx
+  mov ecx, r9d
+  shl r10d, cl
+  inc ecx
+  movd xmm6, r10d
+  movd xmm7, ecx
   pshuflw xmm4, xmm4, 0
   pshuflw xmm5, xmm5, 0
   pshuflw xmm6, xmm6, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm5, xmm5
   punpcklqdq xmm6, xmm6
-  psllw xmm6, xmm9
   pxor xmm8, xmm8
-  movsxd rcx, ecx
   movsxd r8, r8d
-  lea rax, [rcx+rcx*2]
+  lea r11, [rax+rax*2]
   lea r9, [r8+r8*2]
 .endm
 
@@ -134,13 +136,13 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   cmp r8d, 8
   jl hux_h264_bi_body
   HUX_BI_SETUP
-  HUX_BI8x2 0, rcx, 0, r8
-  HUX_BI8x2 rcx*2, rax, r8*2, r9
-  lea rdi, [rdi+rcx*4]
-  lea rsi, [rsi+rcx*4]
+  HUX_BI8x2 0, rax, 0, r8
+  HUX_BI8x2 rax*2, r11, r8*2, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
   lea rdx, [rdx+r8*4]
-  HUX_BI8x2 0, rcx, 0, r8
-  HUX_BI8x2 rcx*2, rax, r8*2, r9
+  HUX_BI8x2 0, rax, 0, r8
+  HUX_BI8x2 rax*2, r11, r8*2, r9
   xor eax, eax
   ret
 1:
@@ -152,16 +154,16 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   cmp r8d, 16
   jl hux_h264_bi_body
   HUX_BI_SETUP
-  mov r10d, 4
+  mov ecx, 4
 2:
   HUX_BI16 0, 0
-  HUX_BI16 rcx, r8
-  HUX_BI16 rcx*2, r8*2
-  HUX_BI16 rax, r9
-  lea rdi, [rdi+rcx*4]
-  lea rsi, [rsi+rcx*4]
+  HUX_BI16 rax, r8
+  HUX_BI16 rax*2, r8*2
+  HUX_BI16 r11, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
   lea rdx, [rdx+r8*4]
-  dec r10d
+  dec ecx
   jnz 2b
   xor eax, eax
   ret
