@@ -19,7 +19,7 @@
 #if HUX_ASM && defined(__x86_64__)
 
 // rdi = pSrc, esi = srcStep, rdx = pDst, ecx = dstStep, r8d = acc, r9d = roundControl.
-asm(".intel_syntax noprefix\n" HUX_FN_MACROS HUX_COPY8X4_MACRO R"(
+asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .text
 
 # Vertical half-sample row: a holds source row y, b receives row y + 1 from
@@ -70,6 +70,19 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS HUX_COPY8X4_MACRO R"(
   xor eax, eax
   ret
 .endm
+# Four rows of 8 bytes from rdi (steps rsi, r10 = 3 rsi) to rdx (steps rcx,
+# r11 = 3 rcx), each loaded and stored in turn through a vector register
+# (measured faster here than through an integer one).
+.macro HUX_XCOPY8x4
+  movq xmm0, [rdi]
+  movq [rdx], xmm0
+  movq xmm1, [rdi+rsi]
+  movq [rdx+rcx], xmm1
+  movq xmm2, [rdi+rsi*2]
+  movq [rdx+rcx*2], xmm2
+  movq xmm3, [rdi+r10]
+  movq [rdx+r11], xmm3
+.endm
 .macro HUX_V8 kind
   movq xmm0, [rdi]
   HUX_V8ROW \kind, xmm0, xmm1, rdi+rsi, rdx
@@ -97,10 +110,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS HUX_COPY8X4_MACRO R"(
   lea r11, [rcx+rcx*2]
   test r8b, 3
   jnz 5f
-  HUX_COPY8x4
+  HUX_XCOPY8x4
   lea rdi, [rdi+rsi*4]
   lea rdx, [rdx+rcx*4]
-  HUX_COPY8x4
+  HUX_XCOPY8x4
   xor eax, eax
   ret
 5:
@@ -130,9 +143,9 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS HUX_COPY8X4_MACRO R"(
   ret
   HUX_FN_END huxiCopy8x8HP_8u_C1R
 
-.purgem HUX_COPY8x4
 .purgem HUX_V8ROW
 .purgem HUX_V8
+.purgem HUX_XCOPY8x4
 .purgem HUX_H8ROW
 .purgem HUX_H8
 .att_syntax prefix
