@@ -75,6 +75,8 @@ void ssd_export(Trial& t) {
 template <int W, int H>
 void ssd_all(Trial& t) {
   ssd_export<W, H, 0>(t);
+  ssd_export<W, H, 1>(t);
+  ssd_export<W, H, 2>(t);
   ssd_export<W, H, 3>(t);
   ssd<W, H, 0>(t);
   ssd<W, H, 1>(t);
