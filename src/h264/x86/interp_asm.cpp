@@ -58,7 +58,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS HUX_COPY8X4_MACRO R"(
   movhps [rdx+\b], xmm8
 .endm
 
-# rsi, rcx: steps sign-extended; rdi: source row -2; r10, r11: 3 steps.
+# rsi, rcx: steps sign-extended; rdi: source row -2; r10, r11: 3 steps;
+# xmm12, xmm13, xmm14: words of 20, 5 and 16; xmm15 = 0.
 .macro HUX_V_SETUP
   movsxd rsi, esi
   movsxd rcx, ecx
