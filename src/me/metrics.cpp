@@ -134,8 +134,17 @@ HUX_API HuxResult HUX_STDCALL huxiSAT8x8D_16u32s_C1R(const uint16_t* pSrcCur, in
   return huxOk;
 }
 
+#if HUX_ASM && defined(__x86_64__)
+// The checks and kernels of the 8x8 SSD export, with its arguments: the
+// assembly export (x86/metrics_asm.cpp) sums the integer position itself and
+// jumps here for the half-sample ones.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_me_ssd8x8_body(const uint8_t* pSrcCur, int32_t srcCurStep,
+                                                                      const uint8_t* pSrcRef, int32_t srcRefStep,
+                                                                      int32_t* pDstSSD, int32_t mcType) {
+#else
 HUX_API HuxResult HUX_STDCALL huxiSSD8x8_8u32s_C1R(const uint8_t* pSrcCur, int32_t srcCurStep, const uint8_t* pSrcRef,
                                                    int32_t srcRefStep, int32_t* pDstSSD, int32_t mcType) {
+#endif
   return ssd<8, 8>(pSrcCur, srcCurStep, pSrcRef, srcRefStep, pDstSSD, mcType);
 }
 HUX_API HuxResult HUX_STDCALL huxiSSD4x4_8u32s_C1R(const uint8_t* pSrcCur, int32_t srcCurStep, const uint8_t* pSrcRef,

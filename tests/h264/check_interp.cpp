@@ -43,21 +43,35 @@ void luma_all(Trial& t, std::integer_sequence<int, I...>) {
   (luma<W, I & 3, (I >> 2)>(t), ...);
 }
 
-HUX_CHECK(h264, interp_luma16, 96) { luma_all<16>(t, std::make_integer_sequence<int, 16>()); }
 #if HUX_ASM && defined(__x86_64__)
-// The export's own full-sample 8x8 copy (x86/interp_asm.cpp), and the other
-// heights it passes on, through the kernel signature.
-int32_t luma8_export(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int32_t h) {
-  return huxiInterpolateLuma_H264_8u_C1R(src, ss, dst, ds, 0, 0, HuxSize{8, h});
+// The export's own full-sample 8x8 copy and vertical half sample of 8x8 and
+// 16x16 blocks (x86/interp_asm.cpp), and the other heights it passes on,
+// through the kernel signature.
+template <int W, int DX, int DY>
+int32_t luma_export(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int32_t h) {
+  return huxiInterpolateLuma_H264_8u_C1R(src, ss, dst, ds, DX, DY, HuxSize{W, h});
+}
+template <int W, int DX, int DY>
+void luma_export_check(Trial& t) {
+  const int hgt = height_for(t, W, 4), ly = DY ? 2 : 0, rows = hgt + (DY ? 5 : 0);
+  auto s = t.rows<uint8_t>(W, rows);
+  if (t.index() % 8 == 7) worst_centre(t, s, W, rows);
+  auto d = t.rows<uint8_t>(W, hgt);
+  t.compare(std::to_string(W) + "/" + std::to_string(DX) + std::to_string(DY) + "/export", &h::ref::luma<W, DX, DY>,
+            &luma_export<W, DX, DY>, hux::row(s.p, s.step, ly), s.step, d.p, d.step, hgt);
 }
 #endif
+HUX_CHECK(h264, interp_luma16, 96) {
+  luma_all<16>(t, std::make_integer_sequence<int, 16>());
+#if HUX_ASM && defined(__x86_64__)
+  luma_export_check<16, 0, 2>(t);
+#endif
+}
 HUX_CHECK(h264, interp_luma8, 96) {
   luma_all<8>(t, std::make_integer_sequence<int, 16>());
 #if HUX_ASM && defined(__x86_64__)
-  const int hgt = height_for(t, 8, 4);
-  auto s = t.rows<uint8_t>(8, hgt);
-  auto d = t.rows<uint8_t>(8, hgt);
-  t.compare("8/00/export", &h::ref::luma<8, 0, 0>, &luma8_export, s.p, s.step, d.p, d.step, hgt);
+  luma_export_check<8, 0, 0>(t);
+  luma_export_check<8, 0, 2>(t);
 #endif
 }
 HUX_CHECK(h264, interp_luma4, 96) { luma_all<4>(t, std::make_integer_sequence<int, 16>()); }

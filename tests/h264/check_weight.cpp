@@ -68,15 +68,17 @@ void bi(Trial& t) {
 }
 
 #if HUX_ASM && defined(__x86_64__)
-// The explicit two-prediction export (x86/weight_asm.cpp weights the 8x8
-// common case itself) against the reference kernel, in the export's terms.
+// The explicit two-prediction export (x86/weight_asm.cpp weights the 8x8 and
+// 16x16 common cases itself) against the reference kernel, in the export's terms.
+template <int W>
 void bi_export_ref(const uint8_t* a, const uint8_t* b, uint8_t* d, int32_t step, int32_t sd, uint32_t logWD, int32_t w1,
                    int32_t o1, int32_t w2, int32_t o2, int32_t h) {
-  ref::bi<8>(a, step, b, step, d, sd, h, hux::h264::bi_shift(logWD), w1, w2, hux::h264::bi_offset(o1, o2));
+  ref::bi<W>(a, step, b, step, d, sd, h, hux::h264::bi_shift(logWD), w1, w2, hux::h264::bi_offset(o1, o2));
 }
+template <int W>
 void bi_export(const uint8_t* a, const uint8_t* b, uint8_t* d, int32_t step, int32_t sd, uint32_t logWD, int32_t w1,
                int32_t o1, int32_t w2, int32_t o2, int32_t h) {
-  huxiBiDirWeightBlock_H264_8u_P2P1R(a, b, d, step, sd, logWD, w1, o1, w2, o2, HuxSize{8, h});
+  huxiBiDirWeightBlock_H264_8u_P2P1R(a, b, d, step, sd, logWD, w1, o1, w2, o2, HuxSize{W, h});
 }
 void uni_export(uint8_t* p, int32_t step, int h, uint32_t s, int32_t w, int32_t o) {
   huxiUniDirWeightBlock_H264_8u_C1R(p, step, s, w, o, HuxSize{8, h});
@@ -89,26 +91,28 @@ void uni_export_check(Trial& t) {
   if (t.index()) s = shift(t), w = weight(t), o = offset(t, s);
   t.compare("uni 8x" + std::to_string(h) + "/export", &ref::uni<8>, &uni_export, p.p, p.step, h, s, w, o);
 }
+template <int W>
 void bi_export_check(Trial& t) {
-  const int h = height<8>(t);
-  const auto ab = t.rows<uint8_t>(8, 2 * h, hux::check::kOdd);
+  const int h = height<W>(t);
+  const auto ab = t.rows<uint8_t>(W, 2 * h, hux::check::kOdd);
   const uint8_t* b = hux::row(ab.p, ab.step, h);
   uint32_t logWD = 5;
   int32_t w1 = 40, w2 = 24, o1 = 1, o2 = -2;
   if (t.index()) logWD = shift(t), w1 = weight(t), w2 = weight(t), o1 = offset(t, logWD), o2 = offset(t, logWD);
-  if (t.index() % 5 == 1)  // in place over the second source
-    return t.compare("bi 8x" + std::to_string(h) + "/export", &bi_export_ref, &bi_export, ab.p, b,
-                     const_cast<uint8_t*>(b), ab.step, ab.step, logWD, w1, o1, w2, o2, h);
-  const auto d = t.rows<uint8_t>(8, h, hux::check::kOdd);
-  t.compare("bi 8x" + std::to_string(h) + "/export", &bi_export_ref, &bi_export, ab.p, b, d.p, ab.step, d.step, logWD,
-            w1, o1, w2, o2, h);
+  const std::string name = "bi " + std::to_string(W) + "x" + std::to_string(h) + "/export";
+  if (t.index() % 5 == 1 || t.index() % 5 == 3)  // in place over the second source, or the first
+    return t.compare(name, &bi_export_ref<W>, &bi_export<W>, ab.p, b, const_cast<uint8_t*>(t.index() % 5 == 1 ? b : ab.p),
+                     ab.step, ab.step, logWD, w1, o1, w2, o2, h);
+  const auto d = t.rows<uint8_t>(W, h, hux::check::kOdd);
+  t.compare(name, &bi_export_ref<W>, &bi_export<W>, ab.p, b, d.p, ab.step, d.step, logWD, w1, o1, w2, o2, h);
 }
 #endif
 
 HUX_CHECK(h264, weight, 1024) {
 #if HUX_ASM && defined(__x86_64__)
   uni_export_check(t);
-  bi_export_check(t);
+  bi_export_check<8>(t);
+  bi_export_check<16>(t);
 #endif
   uni<16>(t);
   uni<8>(t);

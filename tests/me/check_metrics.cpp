@@ -1,5 +1,6 @@
 // Difference, SATD, SSD and activity kernels for the checker and the
 // benchmarks.
+#include "huxvc.h"
 #include "me/metrics_kernels.h"
 #include "support/check.h"
 
@@ -46,8 +47,37 @@ void ssd(Trial& t) {
   auto r = reference(t, W, H, M);
   t.compare(wxh(W, H) + "/" + kPos[M], &me::ref::ssd<W, H, M>, &me::sse2::ssd<W, H, M>, c.p, c.step, r.p, r.step);
 }
+#if HUX_ASM && defined(__x86_64__)
+// The 8x8 export (x86/metrics_asm.cpp sums the integer position itself),
+// through the kernel signature; selector bits outside the position vary.
+template <int M>
+int32_t ssd8x8_export(const uint8_t* c, int32_t cs, const uint8_t* r, int32_t rs, int32_t other) {
+  int32_t s = -1;
+  if (huxiSSD8x8_8u32s_C1R(c, cs, r, rs, &s, (M << 2) | (other & ~12)) != huxOk) return -2;
+  return s;
+}
+template <int M>
+int32_t ssd8x8_ref(const uint8_t* c, int32_t cs, const uint8_t* r, int32_t rs, int32_t) {
+  return me::ref::ssd<8, 8, M>(c, cs, r, rs);
+}
+#endif
+template <int W, int H, int M>
+void ssd_export(Trial& t) {
+#if HUX_ASM && defined(__x86_64__)
+  if constexpr (W == 8 && H == 8) {
+    auto c = t.rows<uint8_t>(W, H);
+    auto r = reference(t, W, H, M);
+    t.compare("8x8/" + std::string(1, kPos[M]) + "/export", &ssd8x8_ref<M>, &ssd8x8_export<M>, c.p, c.step, r.p,
+              r.step, static_cast<int32_t>(t.rng()));
+  }
+#endif
+}
 template <int W, int H>
 void ssd_all(Trial& t) {
+  ssd_export<W, H, 0>(t);
+  ssd_export<W, H, 1>(t);
+  ssd_export<W, H, 2>(t);
+  ssd_export<W, H, 3>(t);
   ssd<W, H, 0>(t);
   ssd<W, H, 1>(t);
   ssd<W, H, 2>(t);

@@ -1,19 +1,20 @@
-// The 8-bit weighted exports' common 8x8 calls in assembly, for 64-bit
-// (System V) x86: one prediction in place, and (described here) the explicit
-// two-prediction form. Its eleven arguments, five of them on the stack, and
-// the parameter tests cost the compiler callee-saved registers and spills
-// around a kernel of a few nanoseconds. Here the export tests, in order of
-// cheapness, for the common call: an 8x8 size, all three pointers set, both
-// steps at least 8, logWD at most 6, weights, their sum and the rounded mean
-// offset o = (o1 + o2 + 1) >> 1 within -128..127. Then every weighted sum of
-// two samples fits 16 bits and the folded form of weight_sse2.h is exact:
-// y = (x1 * w1 + x2 * w2 + c) >> (logWD + 1), c = (2o + 1) << logWD, with a
-// saturating add and the pack clamping to 0..255. Two rows a turn; a
-// destination equal to a source with the same step is read before it is
-// written. Every other call jumps with its arguments untouched to the C++
-// body (weight.cpp), which runs the checks in the interface's order. Only
-// caller-saved registers are used. Elsewhere (32-bit, HUX_ASM 0) the export
-// is that C++ body.
+// The 8-bit weighted exports' common calls in assembly, for 64-bit (System V)
+// x86: one prediction in place at 8x8, and (described here) the explicit
+// two-prediction form at 8x8 and 16x16. Its eleven arguments, five of them on
+// the stack, and the parameter tests cost the compiler callee-saved registers
+// and spills, and the size dispatch a chain of calls, around a kernel of a
+// few nanoseconds. Here the export tests, in order of cheapness, for the
+// common call: a square 8x8 or 16x16 size, both steps at least the width, all
+// three pointers set, logWD at most 6, weights, their sum and the rounded
+// mean offset o = (o1 + o2 + 1) >> 1 within -128..127. Then every weighted
+// sum of two samples fits 16 bits and the folded form of weight_sse2.h is
+// exact: y = (x1 * w1 + x2 * w2 + c) >> (logWD + 1), c = (2o + 1) << logWD,
+// with a saturating add and the pack clamping to 0..255. Rows go top to
+// bottom, each read before it is written, so a destination equal to a source
+// with the same step works. Every other call jumps with its arguments
+// untouched to the C++ body (weight.cpp), which runs the checks in the
+// interface's order. Only caller-saved registers are used. Elsewhere (32-bit,
+// HUX_ASM 0) the export is that C++ body.
 #include "common/asm.h"
 
 #if HUX_ASM && defined(__x86_64__)
@@ -24,13 +25,14 @@
 asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .text
 
-# Rows y and y + 1: xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = shift,
-# xmm8 = 0.
-.macro HUX_BI8x2
-  movq xmm0, [rdi]
-  movq xmm1, [rdi+rcx]
-  movq xmm2, [rsi]
-  movq xmm3, [rsi+rcx]
+# xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = shift, xmm8 = 0.
+# Two rows of 8: sources at [rdi+\a], [rdi+\b] and [rsi+...], the
+# destination at [rdx+\c], [rdx+\d].
+.macro HUX_BI8x2 a, b, c, d
+  movq xmm0, [rdi+\a]
+  movq xmm1, [rdi+\b]
+  movq xmm2, [rsi+\a]
+  movq xmm3, [rsi+\b]
   punpcklbw xmm0, xmm8
   punpcklbw xmm1, xmm8
   punpcklbw xmm2, xmm8
@@ -46,68 +48,123 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   psraw xmm0, xmm7
   psraw xmm1, xmm7
   packuswb xmm0, xmm1
-  movq [rdx], xmm0
-  movhps [rdx+r8], xmm0
+  movq [rdx+\c], xmm0
+  movhps [rdx+\d], xmm0
 .endm
 
-  HUX_FN huxiBiDirWeightBlock_H264_8u_P2P1R
-  mov rax, 0x0000000800000008
-  cmp [rsp+40], rax
-  jne hux_h264_bi_body
+# One row of 16: sources at [rdi+\a] and [rsi+\a], destination at [rdx+\c].
+.macro HUX_BI16 a, c
+  movdqu xmm0, [rdi+\a]
+  movdqu xmm2, [rsi+\a]
+  movdqa xmm1, xmm0
+  movdqa xmm3, xmm2
+  punpcklbw xmm0, xmm8
+  punpckhbw xmm1, xmm8
+  punpcklbw xmm2, xmm8
+  punpckhbw xmm3, xmm8
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  pmullw xmm2, xmm5
+  pmullw xmm3, xmm5
+  paddw xmm0, xmm2
+  paddw xmm1, xmm3
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  packuswb xmm0, xmm1
+  movdqu [rdx+\c], xmm0
+.endm
+
+# The size-independent tests and the vectors above; then rax and r8 are the
+# steps sign-extended, r11 = 3 rax and r9 = 3 r8. The weights and their sum
+# are tested together: each plus 128 is within 0..255 exactly when their
+# bitwise or is. With r10 = o1 + o2 + 1 (64 bits), the offset o = r10 >> 1 is
+# within -128..127 exactly when 2o + 1 = r10 | 1 is within -255..255; c is
+# (2o + 1) << logWD, shifted with cl while rcx is free.
+.macro HUX_BI_SETUP
   test rdi, rdi
   jz hux_h264_bi_body
   test rsi, rsi
   jz hux_h264_bi_body
   test rdx, rdx
   jz hux_h264_bi_body
-  cmp ecx, 8
-  jl hux_h264_bi_body
-  cmp r8d, 8
-  jl hux_h264_bi_body
   cmp r9d, 6
   ja hux_h264_bi_body
   mov eax, [rsp+8]
   mov r10d, [rsp+24]
-  lea r11d, [rax+128]
-  cmp r11d, 255
-  ja hux_h264_bi_body
-  lea r11d, [r10+128]
-  cmp r11d, 255
-  ja hux_h264_bi_body
   lea r11d, [rax+r10+128]
-  cmp r11d, 255
+  add eax, 128
+  add r10d, 128
+  or eax, r10d
+  or eax, r11d
+  cmp eax, 255
   ja hux_h264_bi_body
-  movd xmm4, eax
-  movd xmm5, r10d
-  movsxd rax, dword ptr [rsp+16]
-  movsxd r10, dword ptr [rsp+32]
-  lea rax, [rax+r10+1]
-  sar rax, 1
-  lea r10, [rax+128]
-  cmp r10, 255
+  movsxd r10, dword ptr [rsp+16]
+  movsxd r11, dword ptr [rsp+32]
+  lea r10, [r10+r11+1]
+  or r10, 1
+  lea r11, [r10+255]
+  cmp r11, 510
   ja hux_h264_bi_body
-  lea eax, [rax*2+1]
-  movd xmm6, eax
-  movd xmm9, r9d
-  inc r9d
-  movd xmm7, r9d
+  movd xmm4, dword ptr [rsp+8]
+  movd xmm5, dword ptr [rsp+24]
+  movsxd rax, ecx
+  mov ecx, r9d
+  shl r10d, cl
+  inc ecx
+  movd xmm6, r10d
+  movd xmm7, ecx
   pshuflw xmm4, xmm4, 0
   pshuflw xmm5, xmm5, 0
   pshuflw xmm6, xmm6, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm5, xmm5
   punpcklqdq xmm6, xmm6
-  psllw xmm6, xmm9
   pxor xmm8, xmm8
-  movsxd rcx, ecx
   movsxd r8, r8d
-  HUX_BI8x2
-  .rept 3
-  lea rdi, [rdi+rcx*2]
-  lea rsi, [rsi+rcx*2]
-  lea rdx, [rdx+r8*2]
-  HUX_BI8x2
-  .endr
+  lea r11, [rax+rax*2]
+  lea r9, [r8+r8*2]
+.endm
+
+  HUX_FN huxiBiDirWeightBlock_H264_8u_P2P1R
+  mov r10, 0x0000000800000008
+  cmp [rsp+40], r10
+  jne 1f
+  cmp ecx, 8
+  jl hux_h264_bi_body
+  cmp r8d, 8
+  jl hux_h264_bi_body
+  HUX_BI_SETUP
+  HUX_BI8x2 0, rax, 0, r8
+  HUX_BI8x2 rax*2, r11, r8*2, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
+  lea rdx, [rdx+r8*4]
+  HUX_BI8x2 0, rax, 0, r8
+  HUX_BI8x2 rax*2, r11, r8*2, r9
+  xor eax, eax
+  ret
+1:
+  add r10, r10
+  cmp [rsp+40], r10
+  jne hux_h264_bi_body
+  cmp ecx, 16
+  jl hux_h264_bi_body
+  cmp r8d, 16
+  jl hux_h264_bi_body
+  HUX_BI_SETUP
+  mov ecx, 4
+2:
+  HUX_BI16 0, 0
+  HUX_BI16 rax, r8
+  HUX_BI16 rax*2, r8*2
+  HUX_BI16 r11, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
+  lea rdx, [rdx+r8*4]
+  dec ecx
+  jnz 2b
   xor eax, eax
   ret
   HUX_FN_END huxiBiDirWeightBlock_H264_8u_P2P1R
@@ -165,6 +222,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
 
 .purgem HUX_BI8x2
+.purgem HUX_BI16
+.purgem HUX_BI_SETUP
 .att_syntax prefix
 )" HUX_FN_PURGE);
 
