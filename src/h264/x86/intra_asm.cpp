@@ -105,10 +105,49 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jz hux_h264_intra4_body
   cmp esi, 4
   jl hux_h264_intra4_body
-  cmp rdx, 8
-  ja hux_h264_intra4_body
-  lea r9, [rip+.Lhux_ip_t4]
-  jmp [r9+rdx*8]
+  cmp edx, 4
+  jb 1f
+  je .Lhux_ip4_ddr
+  cmp edx, 6
+  jb .Lhux_ip4_vr
+  je .Lhux_ip4_hd
+  cmp edx, 8
+  jb .Lhux_ip4_vl
+  je .Lhux_ip4_hu
+  jmp hux_h264_intra4_body
+1:
+  cmp edx, 1
+  jb .Lhux_ip4_v
+  je .Lhux_ip4_h
+  cmp edx, 3
+  je .Lhux_ip4_ddl
+# Both sides present here; one side or none is the C++ body's.
+.Lhux_ip4_dc:
+  not ecx
+  test cl, 3
+  jnz .Lhux_ip4_cold
+  movsxd rsi, esi
+  mov rax, rdi
+  sub rax, rsi
+  lea r8, [rsi+rsi*2]
+  movd xmm0, [rax]
+  pxor xmm1, xmm1
+  movzx eax, byte ptr [rdi-1]
+  movzx edx, byte ptr [rdi+rsi-1]
+  movzx ecx, byte ptr [rdi+rsi*2-1]
+  movzx r9d, byte ptr [rdi+r8-1]
+  psadbw xmm0, xmm1
+  add eax, edx
+  add ecx, r9d
+  movd edx, xmm0
+  lea eax, [rax+rcx+4]
+  add eax, edx
+  shr eax, 3
+  imul eax, eax, 0x01010101
+  HUX_ROWS4_EAX
+  xor eax, eax
+  ret
+
 
 .p2align 5
 .Lhux_ip4_v:
@@ -143,34 +182,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   mov [rdi+rsi], edx
   mov [rdi+rsi*2], ecx
   mov [rdi+r8], r9d
-  xor eax, eax
-  ret
-
-# Both sides present here; one side or none is the C++ body's.
-.p2align 5
-.Lhux_ip4_dc:
-  not ecx
-  test cl, 3
-  jnz .Lhux_ip4_cold
-  movsxd rsi, esi
-  mov rax, rdi
-  sub rax, rsi
-  lea r8, [rsi+rsi*2]
-  movd xmm0, [rax]
-  pxor xmm1, xmm1
-  movzx eax, byte ptr [rdi-1]
-  movzx edx, byte ptr [rdi+rsi-1]
-  movzx ecx, byte ptr [rdi+rsi*2-1]
-  movzx r9d, byte ptr [rdi+r8-1]
-  psadbw xmm0, xmm1
-  add eax, edx
-  add ecx, r9d
-  movd edx, xmm0
-  lea eax, [rax+rcx+4]
-  add eax, edx
-  shr eax, 3
-  imul eax, eax, 0x01010101
-  HUX_ROWS4_EAX
   xor eax, eax
   ret
 
