@@ -38,12 +38,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   .short -3, -2, -1, 0, 1, 2, 3, 4
 .popsection
 
-.pushsection .data.rel.ro.local, "aw"
-.p2align 3
-.Lhux_ip_t4:
-  .quad .Lhux_ip4_v, .Lhux_ip4_h, .Lhux_ip4_dc, .Lhux_ip4_ddl, .Lhux_ip4_ddr
-  .quad .Lhux_ip4_vr, .Lhux_ip4_hd, .Lhux_ip4_vl, .Lhux_ip4_hu
-.popsection
 
 .text
 
@@ -374,6 +368,443 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jmp hux_h264_intra4_body
   HUX_FN_END huxiPredictIntra_4x4_H264_8u_C1IR
 
+
+# 16x16 and chroma: rows 0-3 at rdi, 4-7 at r9, 8-11 at r10, 12-15 at r11,
+# each base plus 0, rsi, 2 rsi and r8 = 3 rsi.
+.macro HUX_BASES16
+  movsxd rsi, esi
+  lea r8, [rsi+rsi*2]
+  lea r9, [rdi+rsi*4]
+  lea r10, [rdi+rsi*8]
+  lea r11, [r9+rsi*8]
+.endm
+.macro HUX_STORE4 base, x, ins=movdqu
+  \ins [\base], \x
+  \ins [\base+rsi], \x
+  \ins [\base+rsi*2], \x
+  \ins [\base+r8], \x
+.endm
+# Sample left of row rsi-multiple m at base into a 32-bit register.
+.macro HUX_L reg, base, off
+  movzx \reg, byte ptr [\base\off-1]
+.endm
+
+  HUX_FN huxiPredictIntra_16x16_H264_8u_C1IR
+  test rdi, rdi
+  jz hux_h264_intra16_body
+  cmp esi, 16
+  jl hux_h264_intra16_body
+  cmp edx, 1
+  jb .Lhux_ip16_v
+  je .Lhux_ip16_h
+  cmp edx, 3
+  jb .Lhux_ip16_dc
+  jne hux_h264_intra16_body
+
+# Plane: H and V are the weighted differences of the row above and the column
+# to the left about their middle, with the corner Q as sample -1 of both:
+# H + 8 Q is the dot product of T0..T15 with -7..0, 1..8 (pmaddwd), V + 8 Q
+# the same of the left column (scalar). b = (5 H + 32) >> 6, c likewise of V,
+# a = 16 (L15 + T15); sample (a + b (x - 7) + c (y - 7) + 16) >> 5, saturated
+# by packuswb. Every partial sum stays within 16 bits.
+.Lhux_ip16_p:
+  not ecx
+  test cl, 35
+  jnz .Lhux_ip16_cold
+  HUX_BASES16
+  HUX_L eax, r10,                  # L8
+  HUX_L edx, r9, +rsi*2            # L6
+  sub eax, edx
+  HUX_L ecx, r10, +rsi             # L9
+  HUX_L edx, r9, +rsi              # L5
+  sub ecx, edx
+  lea eax, [rax+rcx*2]
+  HUX_L ecx, r10, +rsi*2           # L10
+  HUX_L edx, r9,                   # L4
+  sub ecx, edx
+  lea ecx, [rcx+rcx*2]
+  add eax, ecx
+  HUX_L ecx, r10, +r8              # L11
+  HUX_L edx, rdi, +r8              # L3
+  sub ecx, edx
+  lea eax, [rax+rcx*4]
+  HUX_L ecx, r11,                  # L12
+  HUX_L edx, rdi, +rsi*2           # L2
+  sub ecx, edx
+  lea ecx, [rcx+rcx*4]
+  add eax, ecx
+  HUX_L ecx, r11, +rsi             # L13
+  HUX_L edx, rdi, +rsi             # L1
+  sub ecx, edx
+  lea ecx, [rcx+rcx*2]
+  lea eax, [rax+rcx*2]
+  HUX_L ecx, r11, +rsi*2           # L14
+  HUX_L edx, rdi,                  # L0
+  sub ecx, edx
+  lea edx, [rcx*8]
+  sub edx, ecx
+  add eax, edx
+  HUX_L r10d, r11, +r8             # L15
+  lea eax, [rax+r10*8]             # V + 8 Q
+  mov rdx, rdi
+  sub rdx, rsi
+  movdqu xmm0, [rdx]
+  movzx ecx, byte ptr [rdx-1]
+  movzx r11d, byte ptr [rdx+15]
+  add r10d, r11d
+  shl r10d, 4                      # a
+  shl ecx, 3                       # 8 Q
+  sub eax, ecx                     # V
+  pxor xmm1, xmm1
+  movdqa xmm2, xmm0
+  punpcklbw xmm0, xmm1
+  punpckhbw xmm2, xmm1
+  pmaddwd xmm0, [rip+.Lhux_ip_h16lo]
+  pmaddwd xmm2, [rip+.Lhux_ip_h16hi]
+  paddd xmm0, xmm2
+  pshufd xmm2, xmm0, 0x4E
+  paddd xmm0, xmm2
+  pshufd xmm2, xmm0, 0xB1
+  paddd xmm0, xmm2
+  movd edx, xmm0
+  sub edx, ecx                     # H
+  lea edx, [rdx+rdx*4+32]
+  sar edx, 6                       # b
+  lea eax, [rax+rax*4+32]
+  sar eax, 6                       # c
+  lea ecx, [rax+rdx]
+  lea r11d, [rcx*8]
+  sub r11d, ecx
+  sub r10d, r11d
+  add r10d, 16                     # a + 16 - 7 b - 7 c
+  lea r11, [r9+rsi*8]
+  movd xmm0, r10d
+  movd xmm1, edx
+  movd xmm2, eax
+  lea r10, [rdi+rsi*8]
+  pshuflw xmm0, xmm0, 0
+  pshuflw xmm1, xmm1, 0
+  pshuflw xmm2, xmm2, 0
+  punpcklqdq xmm0, xmm0
+  punpcklqdq xmm1, xmm1
+  punpcklqdq xmm2, xmm2
+  movdqa xmm3, [rip+.Lhux_ip_ramp16]
+  pmullw xmm3, xmm1
+  psllw xmm1, 3
+  paddw xmm0, xmm3                 # row 0, x 0..7
+  paddw xmm1, xmm0                 # row 0, x 8..15
+.macro HUX_PLANE16 row
+  movdqa xmm3, xmm0
+  movdqa xmm4, xmm1
+  psraw xmm3, 5
+  psraw xmm4, 5
+  packuswb xmm3, xmm4
+  movdqu \row, xmm3
+  paddw xmm0, xmm2
+  paddw xmm1, xmm2
+.endm
+.irp base, rdi, r9, r10, r11
+  HUX_PLANE16 [\base]
+  HUX_PLANE16 [\base+rsi]
+  HUX_PLANE16 [\base+rsi*2]
+  HUX_PLANE16 [\base+r8]
+.endr
+  xor eax, eax
+  ret
+
+.p2align 5
+.Lhux_ip16_v:
+  test cl, 1
+  jz hux_h264_intra16_body
+  HUX_BASES16
+  mov rax, rdi
+  sub rax, rsi
+  movdqu xmm0, [rax]
+  HUX_STORE4 rdi, xmm0
+  HUX_STORE4 r9, xmm0
+  HUX_STORE4 r10, xmm0
+  HUX_STORE4 r11, xmm0
+  xor eax, eax
+  ret
+
+.p2align 5
+.Lhux_ip16_h:
+  test cl, 2
+  jz hux_h264_intra16_body
+  HUX_BASES16
+.macro HUX_H16 row
+  movzx eax, byte ptr [\row-1]
+  imul eax, eax, 0x01010101
+  movd xmm0, eax
+  pshufd xmm0, xmm0, 0
+  movdqu [\row], xmm0
+.endm
+.irp base, rdi, r9, r10, r11
+  HUX_H16 \base
+  HUX_H16 \base+rsi
+  HUX_H16 \base+rsi*2
+  HUX_H16 \base+r8
+.endr
+  xor eax, eax
+  ret
+
+# DC with both sides (one side or none: the C++ body): psadbw sums the row
+# above, the left column is summed in two chains.
+.p2align 5
+.Lhux_ip16_dc:
+  not ecx
+  test cl, 3
+  jnz .Lhux_ip16_cold
+  HUX_BASES16
+  mov rax, rdi
+  sub rax, rsi
+  movdqu xmm0, [rax]
+  pxor xmm1, xmm1
+  psadbw xmm0, xmm1
+  HUX_L eax, rdi,
+  HUX_L ecx, rdi, +rsi
+  HUX_L edx, rdi, +rsi*2
+  add eax, edx
+  HUX_L edx, rdi, +r8
+  add ecx, edx
+.irp base, r9, r10, r11
+  HUX_L edx, \base,
+  add eax, edx
+  HUX_L edx, \base, +rsi
+  add ecx, edx
+  HUX_L edx, \base, +rsi*2
+  add eax, edx
+  HUX_L edx, \base, +r8
+  add ecx, edx
+.endr
+  pshufd xmm1, xmm0, 2
+  paddd xmm0, xmm1
+  movd edx, xmm0
+  add eax, ecx
+  lea eax, [rax+rdx+16]
+  shr eax, 5
+  imul eax, eax, 0x01010101
+  movd xmm0, eax
+  pshufd xmm0, xmm0, 0
+  HUX_STORE4 rdi, xmm0
+  HUX_STORE4 r9, xmm0
+  HUX_STORE4 r10, xmm0
+  HUX_STORE4 r11, xmm0
+  xor eax, eax
+  ret
+
+.Lhux_ip16_cold:
+  not ecx
+  jmp hux_h264_intra16_body
+  HUX_FN_END huxiPredictIntra_16x16_H264_8u_C1IR
+
+# Chroma 8x8: 0 DC, 1 horizontal, 2 vertical, 3 plane. Rows 0-3 at rdi,
+# 4-7 at r9 (plus 0, rsi, 2 rsi, r8).
+.macro HUX_BASES8
+  movsxd rsi, esi
+  lea r8, [rsi+rsi*2]
+  lea r9, [rdi+rsi*4]
+.endm
+
+  HUX_FN huxiPredictIntraChroma8x8_H264_8u_C1IR
+  test rdi, rdi
+  jz hux_h264_intra8_body
+  cmp esi, 8
+  jl hux_h264_intra8_body
+  cmp edx, 1
+  jb .Lhux_ip8_dc
+  je .Lhux_ip8_h
+  cmp edx, 3
+  jb .Lhux_ip8_v
+  jne hux_h264_intra8_body
+
+# Plane: H + 4 Q is the dot product of T0..T7 with -3..4, V + 4 Q the same
+# of the left column; b = (17 H + 16) >> 5, c likewise, a = 16 (L7 + T7).
+# Two rows to a register.
+.Lhux_ip8_p:
+  not ecx
+  test cl, 35
+  jnz .Lhux_ip8_cold
+  HUX_BASES8
+  HUX_L eax, r9,                   # L4
+  HUX_L edx, rdi, +rsi*2           # L2
+  sub eax, edx
+  HUX_L ecx, r9, +rsi              # L5
+  HUX_L edx, rdi, +rsi             # L1
+  sub ecx, edx
+  lea eax, [rax+rcx*2]
+  HUX_L ecx, r9, +rsi*2            # L6
+  HUX_L edx, rdi,                  # L0
+  sub ecx, edx
+  lea ecx, [rcx+rcx*2]
+  add eax, ecx
+  HUX_L r10d, r9, +r8              # L7
+  lea eax, [rax+r10*4]             # V + 4 Q
+  mov rdx, rdi
+  sub rdx, rsi
+  movq xmm0, [rdx]
+  movzx ecx, byte ptr [rdx-1]
+  movzx r11d, byte ptr [rdx+7]
+  add r10d, r11d
+  shl r10d, 4                      # a
+  shl ecx, 2                       # 4 Q
+  sub eax, ecx                     # V
+  pxor xmm1, xmm1
+  punpcklbw xmm0, xmm1
+  pmaddwd xmm0, [rip+.Lhux_ip_h8]
+  pshufd xmm2, xmm0, 0x4E
+  paddd xmm0, xmm2
+  pshufd xmm2, xmm0, 0xB1
+  paddd xmm0, xmm2
+  movd edx, xmm0
+  sub edx, ecx                     # H
+  mov r11d, edx
+  shl r11d, 4
+  lea edx, [rdx+r11+16]
+  sar edx, 5                       # b
+  mov r11d, eax
+  shl r11d, 4
+  lea eax, [rax+r11+16]
+  sar eax, 5                       # c
+  lea ecx, [rax+rdx]
+  lea ecx, [rcx+rcx*2]
+  sub r10d, ecx
+  add r10d, 16                     # a + 16 - 3 b - 3 c
+  movd xmm0, r10d
+  movd xmm1, edx
+  movd xmm2, eax
+  pshuflw xmm0, xmm0, 0
+  pshuflw xmm1, xmm1, 0
+  pshuflw xmm2, xmm2, 0
+  punpcklqdq xmm0, xmm0
+  punpcklqdq xmm1, xmm1
+  punpcklqdq xmm2, xmm2
+  pmullw xmm1, [rip+.Lhux_ip_ramp16]
+  paddw xmm0, xmm1                 # row 0
+  movdqa xmm1, xmm0
+  paddw xmm1, xmm2                 # row 1
+  paddw xmm2, xmm2                 # 2 c
+.macro HUX_PLANE8 r0, r1
+  movdqa xmm3, xmm0
+  movdqa xmm4, xmm1
+  psraw xmm3, 5
+  psraw xmm4, 5
+  packuswb xmm3, xmm4
+  movq \r0, xmm3
+  movhps \r1, xmm3
+  paddw xmm0, xmm2
+  paddw xmm1, xmm2
+.endm
+  HUX_PLANE8 [rdi], [rdi+rsi]
+  HUX_PLANE8 [rdi+rsi*2], [rdi+r8]
+  HUX_PLANE8 [r9], [r9+rsi]
+  movdqa xmm3, xmm0
+  movdqa xmm4, xmm1
+  psraw xmm3, 5
+  psraw xmm4, 5
+  packuswb xmm3, xmm4
+  movq [r9+rsi*2], xmm3
+  movhps [r9+r8], xmm3
+  xor eax, eax
+  ret
+
+.p2align 5
+.Lhux_ip8_v:
+  test cl, 1
+  jz hux_h264_intra8_body
+  HUX_BASES8
+  mov rax, rdi
+  sub rax, rsi
+  mov rax, [rax]
+  HUX_STORE4 rdi, rax, mov
+  HUX_STORE4 r9, rax, mov
+  xor eax, eax
+  ret
+
+.p2align 5
+.Lhux_ip8_h:
+  test cl, 2
+  jz hux_h264_intra8_body
+  HUX_BASES8
+  mov rcx, 0x0101010101010101
+.macro HUX_H8 row
+  movzx eax, byte ptr [\row-1]
+  imul rax, rcx
+  mov [\row], rax
+.endm
+.irp base, rdi, r9
+  HUX_H8 \base
+  HUX_H8 \base+rsi
+  HUX_H8 \base+rsi*2
+  HUX_H8 \base+r8
+.endr
+  xor eax, eax
+  ret
+
+# DC with both sides: quarters (t0 + l0 + 4) >> 3, (t1 + 2) >> 2 above;
+# (l1 + 2) >> 2, (t1 + l1 + 4) >> 3 below; t the halves of the row above
+# (one psadbw), l of the column to the left. Each pair of quarter values
+# is spread over a row by one 64-bit multiply.
+.p2align 5
+.Lhux_ip8_dc:
+  not ecx
+  test cl, 3
+  jnz .Lhux_ip8_cold
+  HUX_BASES8
+  mov rax, rdi
+  sub rax, rsi
+  movq xmm0, [rax]
+  pxor xmm1, xmm1
+  punpckldq xmm0, xmm1
+  psadbw xmm0, xmm1
+  HUX_L eax, rdi,
+  HUX_L ecx, rdi, +rsi
+  HUX_L edx, rdi, +rsi*2
+  HUX_L r10d, rdi, +r8
+  add eax, ecx
+  add edx, r10d
+  add eax, edx                     # l0
+  HUX_L ecx, r9,
+  HUX_L edx, r9, +rsi
+  HUX_L r10d, r9, +rsi*2
+  HUX_L r11d, r9, +r8
+  add ecx, edx
+  add r10d, r11d
+  add ecx, r10d                    # l1
+  movd edx, xmm0                   # t0
+  pextrw r10d, xmm0, 4             # t1
+  lea eax, [rax+rdx+4]
+  shr eax, 3
+  lea edx, [r10+2]
+  shr edx, 2
+  shl rdx, 32
+  or rax, rdx
+  imul rax, rax, 0x01010101        # rows 0-3
+  lea edx, [rcx+2]
+  shr edx, 2
+  lea ecx, [rcx+r10+4]
+  shr ecx, 3
+  shl rcx, 32
+  or rdx, rcx
+  imul rdx, rdx, 0x01010101        # rows 4-7
+  HUX_STORE4 rdi, rax, mov
+  HUX_STORE4 r9, rdx, mov
+  xor eax, eax
+  ret
+
+.Lhux_ip8_cold:
+  not ecx
+  jmp hux_h264_intra8_body
+  HUX_FN_END huxiPredictIntraChroma8x8_H264_8u_C1IR
+
+.purgem HUX_BASES16
+.purgem HUX_BASES8
+.purgem HUX_STORE4
+.purgem HUX_L
+.purgem HUX_PLANE16
+.purgem HUX_PLANE8
+.purgem HUX_H16
+.purgem HUX_H8
 .purgem HUX_AVG3
 .purgem HUX_TAPS3
 .purgem HUX_EDGE8
