@@ -36,6 +36,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   .short 1, 2, 3, 4, 5, 6, 7, 8
 .Lhux_ip_h8:
   .short -3, -2, -1, 0, 1, 2, 3, 4
+.Lhux_ip_m7:
+  .short -7, -7, -7, -7, -7, -7, -7, -7
+.Lhux_ip_d32:
+  .long 32, 32, 32, 32
 .popsection
 
 
@@ -402,97 +406,104 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jne hux_h264_intra16_body
 
 # Plane: H and V are the weighted differences of the row above and the column
-# to the left about their middle, with the corner Q as sample -1 of both:
-# H + 8 Q is the dot product of T0..T15 with -7..0, 1..8 (pmaddwd), V + 8 Q
-# the same of the left column (scalar). b = (5 H + 32) >> 6, c likewise of V,
-# a = 16 (L15 + T15); sample (a + b (x - 7) + c (y - 7) + 16) >> 5, saturated
-# by packuswb. Every partial sum stays within 16 bits.
+# to the left about their middle, with the corner Q as sample -1 of both,
+# each summed as two scalar chains (its positive and its negative terms): the
+# vector units are still busy with the rows of a previous call. b = (5 H +
+# 32) >> 6, c likewise of V, a = 16 (L15 + T15). Row 0 is a + 16 - 7 c +
+# b (x - 7), each row adds c, and a sample is its row value >> 5 saturated by
+# packuswb. Every partial sum stays within 16 bits.
+.macro HUX_PN p, n, t, pa, na, k
+  movzx \t, byte ptr \pa
+  .if \k == 1
+  mov \p, \t
+  .elseif \k == 2 || \k == 4 || \k == 8
+  lea \p, [\p+\t*\k]
+  .elseif \k == 3 || \k == 5
+  lea \t, [\t+\t*(\k-1)]
+  add \p, \t
+  .elseif \k == 6
+  lea \t, [\t+\t*2]
+  lea \p, [\p+\t*2]
+  .else
+  imul \t, \t, 7
+  add \p, \t
+  .endif
+  movzx \t, byte ptr \na
+  .if \k == 1
+  mov \n, \t
+  .elseif \k == 2 || \k == 4 || \k == 8
+  lea \n, [\n+\t*\k]
+  .elseif \k == 3 || \k == 5
+  lea \t, [\t+\t*(\k-1)]
+  add \n, \t
+  .elseif \k == 6
+  lea \t, [\t+\t*2]
+  lea \n, [\n+\t*2]
+  .else
+  imul \t, \t, 7
+  add \n, \t
+  .endif
+.endm
 .Lhux_ip16_p:
   not ecx
   test cl, 35
   jnz .Lhux_ip16_cold
   HUX_BASES16
-  HUX_L eax, r10,                  # L8
-  HUX_L edx, r9, +rsi*2            # L6
-  sub eax, edx
-  HUX_L ecx, r10, +rsi             # L9
-  HUX_L edx, r9, +rsi              # L5
-  sub ecx, edx
-  lea eax, [rax+rcx*2]
-  HUX_L ecx, r10, +rsi*2           # L10
-  HUX_L edx, r9,                   # L4
-  sub ecx, edx
-  lea ecx, [rcx+rcx*2]
-  add eax, ecx
-  HUX_L ecx, r10, +r8              # L11
-  HUX_L edx, rdi, +r8              # L3
-  sub ecx, edx
-  lea eax, [rax+rcx*4]
-  HUX_L ecx, r11,                  # L12
-  HUX_L edx, rdi, +rsi*2           # L2
-  sub ecx, edx
-  lea ecx, [rcx+rcx*4]
-  add eax, ecx
-  HUX_L ecx, r11, +rsi             # L13
-  HUX_L edx, rdi, +rsi             # L1
-  sub ecx, edx
-  lea ecx, [rcx+rcx*2]
-  lea eax, [rax+rcx*2]
-  HUX_L ecx, r11, +rsi*2           # L14
-  HUX_L edx, rdi,                  # L0
-  sub ecx, edx
-  lea edx, [rcx*8]
-  sub edx, ecx
-  add eax, edx
-  HUX_L r10d, r11, +r8             # L15
-  lea eax, [rax+r10*8]             # V + 8 Q
-  mov rdx, rdi
-  sub rdx, rsi
-  movdqu xmm0, [rdx]
-  movzx ecx, byte ptr [rdx-1]
-  movzx r11d, byte ptr [rdx+15]
-  add r10d, r11d
-  shl r10d, 4                      # a
-  shl ecx, 3                       # 8 Q
-  sub eax, ecx                     # V
-  pxor xmm1, xmm1
-  movdqa xmm2, xmm0
-  punpcklbw xmm0, xmm1
-  punpckhbw xmm2, xmm1
-  pmaddwd xmm0, [rip+.Lhux_ip_h16lo]
-  pmaddwd xmm2, [rip+.Lhux_ip_h16hi]
-  paddd xmm0, xmm2
-  pshufd xmm2, xmm0, 0x4E
-  paddd xmm0, xmm2
-  pshufd xmm2, xmm0, 0xB1
-  paddd xmm0, xmm2
-  movd edx, xmm0
-  sub edx, ecx                     # H
-  lea edx, [rdx+rdx*4+32]
-  sar edx, 6                       # b
+  # V without the corner: eax - ecx
+  HUX_PN eax, ecx, edx, [r10-1], [r9+rsi*2-1], 1
+  HUX_PN eax, ecx, edx, [r10+rsi-1], [r9+rsi-1], 2
+  HUX_PN eax, ecx, edx, [r10+rsi*2-1], [r9-1], 3
+  HUX_PN eax, ecx, edx, [r10+r8-1], [rdi+r8-1], 4
+  HUX_PN eax, ecx, edx, [r11-1], [rdi+rsi*2-1], 5
+  HUX_PN eax, ecx, edx, [r11+rsi-1], [rdi+rsi-1], 6
+  HUX_PN eax, ecx, edx, [r11+rsi*2-1], [rdi-1], 7
+  movzx edx, byte ptr [r11+r8-1]   # L15
+  lea eax, [rax+rdx*8]
+  sub eax, ecx
+  mov r10, rdi
+  sub r10, rsi                     # the row above
+  movzx r11d, byte ptr [r10+15]
+  lea r9d, [rdx+r11+1]
+  shl r9d, 4                       # a + 16
+  # H: ecx - edx
+  HUX_PN ecx, edx, r11d, [r10+8], [r10+6], 1
+  HUX_PN ecx, edx, r11d, [r10+9], [r10+5], 2
+  HUX_PN ecx, edx, r11d, [r10+10], [r10+4], 3
+  HUX_PN ecx, edx, r11d, [r10+11], [r10+3], 4
+  HUX_PN ecx, edx, r11d, [r10+12], [r10+2], 5
+  HUX_PN ecx, edx, r11d, [r10+13], [r10+1], 6
+  HUX_PN ecx, edx, r11d, [r10+14], [r10], 7
+  movzx r11d, byte ptr [r10+15]
+  lea ecx, [rcx+r11*8]
+  movzx r11d, byte ptr [r10-1]     # Q
+  shl r11d, 3
+  add edx, r11d
+  sub eax, r11d                    # V
+  sub ecx, edx                     # H
+  lea ecx, [rcx+rcx*4+32]
+  sar ecx, 6                       # b
   lea eax, [rax+rax*4+32]
   sar eax, 6                       # c
-  lea ecx, [rax+rdx]
-  lea r11d, [rcx*8]
-  sub r11d, ecx
-  sub r10d, r11d
-  add r10d, 16                     # a + 16 - 7 b - 7 c
-  lea r11, [r9+rsi*8]
-  movd xmm0, r10d
-  movd xmm1, edx
+  lea edx, [rax*8]
+  sub edx, eax
+  sub r9d, edx                     # a + 16 - 7 c
+  movd xmm4, r9d
+  movd xmm1, ecx
   movd xmm2, eax
+  lea r9, [rdi+rsi*4]
   lea r10, [rdi+rsi*8]
-  pshuflw xmm0, xmm0, 0
+  lea r11, [r9+rsi*8]
+  pshuflw xmm4, xmm4, 0
   pshuflw xmm1, xmm1, 0
   pshuflw xmm2, xmm2, 0
-  punpcklqdq xmm0, xmm0
-  punpcklqdq xmm1, xmm1
-  punpcklqdq xmm2, xmm2
-  movdqa xmm3, [rip+.Lhux_ip_ramp16]
-  pmullw xmm3, xmm1
-  psllw xmm1, 3
-  paddw xmm0, xmm3                 # row 0, x 0..7
-  paddw xmm1, xmm0                 # row 0, x 8..15
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm1, xmm1            # b
+  punpcklqdq xmm2, xmm2            # c
+  movdqa xmm0, xmm1
+  pmullw xmm0, [rip+.Lhux_ip_h16lo]
+  pmullw xmm1, [rip+.Lhux_ip_h16hi]
+  paddw xmm0, xmm4                 # row 0, x 0..7
+  paddw xmm1, xmm4                 # row 0, x 8..15
 .macro HUX_PLANE16 row
   movdqa xmm3, xmm0
   movdqa xmm4, xmm1
@@ -798,6 +809,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   HUX_FN_END huxiPredictIntraChroma8x8_H264_8u_C1IR
 
 .purgem HUX_BASES16
+.purgem HUX_PN
 .purgem HUX_BASES8
 .purgem HUX_STORE4
 .purgem HUX_L
