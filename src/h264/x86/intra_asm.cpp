@@ -28,18 +28,13 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .p2align 4
 .Lhux_ip_ones:
   .fill 16, 1, 1
-.Lhux_ip_ramp16:
-  .short 0, 1, 2, 3, 4, 5, 6, 7
 .Lhux_ip_h16lo:
   .short -7, -6, -5, -4, -3, -2, -1, 0
 .Lhux_ip_h16hi:
   .short 1, 2, 3, 4, 5, 6, 7, 8
 .Lhux_ip_h8:
   .short -3, -2, -1, 0, 1, 2, 3, 4
-.Lhux_ip_m7:
-  .short -7, -7, -7, -7, -7, -7, -7, -7
-.Lhux_ip_d32:
-  .long 32, 32, 32, 32
+
 .popsection
 
 
@@ -588,15 +583,15 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   HUX_L edx, \base, +r8
   add ecx, edx
 .endr
+  lea eax, [rax+rcx+16]
+  movd xmm2, eax
   pshufd xmm1, xmm0, 2
+  paddd xmm0, xmm2
   paddd xmm0, xmm1
-  movd edx, xmm0
-  add eax, ecx
-  lea eax, [rax+rdx+16]
-  shr eax, 5
-  imul eax, eax, 0x01010101
-  movd xmm0, eax
-  pshufd xmm0, xmm0, 0
+  psrld xmm0, 5
+  punpcklbw xmm0, xmm0
+  pshuflw xmm0, xmm0, 0
+  punpcklqdq xmm0, xmm0
   HUX_STORE4 rdi, xmm0
   HUX_STORE4 r9, xmm0
   HUX_STORE4 r10, xmm0
@@ -629,60 +624,48 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jb .Lhux_ip8_v
   jne hux_h264_intra8_body
 
-# Plane: H + 4 Q is the dot product of T0..T7 with -3..4, V + 4 Q the same
-# of the left column; b = (17 H + 16) >> 5, c likewise, a = 16 (L7 + T7).
-# Two rows to a register.
+# Plane: H and V as for 16x16 over four samples each side (scalar chains);
+# b = (17 H + 16) >> 5, c likewise, a = 16 (L7 + T7); row 0 is
+# a + 16 - 3 c + b (x - 3). Two rows to a register.
 .Lhux_ip8_p:
   not ecx
   test cl, 35
   jnz .Lhux_ip8_cold
   HUX_BASES8
-  HUX_L eax, r9,                   # L4
-  HUX_L edx, rdi, +rsi*2           # L2
-  sub eax, edx
-  HUX_L ecx, r9, +rsi              # L5
-  HUX_L edx, rdi, +rsi             # L1
-  sub ecx, edx
-  lea eax, [rax+rcx*2]
-  HUX_L ecx, r9, +rsi*2            # L6
-  HUX_L edx, rdi,                  # L0
-  sub ecx, edx
-  lea ecx, [rcx+rcx*2]
-  add eax, ecx
-  HUX_L r10d, r9, +r8              # L7
-  lea eax, [rax+r10*4]             # V + 4 Q
-  mov rdx, rdi
-  sub rdx, rsi
-  movq xmm0, [rdx]
-  movzx ecx, byte ptr [rdx-1]
-  movzx r11d, byte ptr [rdx+7]
-  add r10d, r11d
-  shl r10d, 4                      # a
-  shl ecx, 2                       # 4 Q
-  sub eax, ecx                     # V
-  pxor xmm1, xmm1
-  punpcklbw xmm0, xmm1
-  pmaddwd xmm0, [rip+.Lhux_ip_h8]
-  pshufd xmm2, xmm0, 0x4E
-  paddd xmm0, xmm2
-  pshufd xmm2, xmm0, 0xB1
-  paddd xmm0, xmm2
-  movd edx, xmm0
-  sub edx, ecx                     # H
-  mov r11d, edx
-  shl r11d, 4
-  lea edx, [rdx+r11+16]
-  sar edx, 5                       # b
-  mov r11d, eax
-  shl r11d, 4
-  lea eax, [rax+r11+16]
+  HUX_PN eax, ecx, edx, [r9-1], [rdi+rsi*2-1], 1
+  HUX_PN eax, ecx, edx, [r9+rsi-1], [rdi+rsi-1], 2
+  HUX_PN eax, ecx, edx, [r9+rsi*2-1], [rdi-1], 3
+  movzx edx, byte ptr [r9+r8-1]    # L7
+  lea eax, [rax+rdx*4]
+  sub eax, ecx                     # V + 4 Q
+  mov r10, rdi
+  sub r10, rsi                     # the row above
+  HUX_PN ecx, edx, r11d, [r10+4], [r10+2], 1
+  HUX_PN ecx, edx, r11d, [r10+5], [r10+1], 2
+  HUX_PN ecx, edx, r11d, [r10+6], [r10], 3
+  movzx r11d, byte ptr [r10+7]
+  lea ecx, [rcx+r11*4]
+  movzx r11d, byte ptr [r10-1]     # Q
+  shl r11d, 2
+  add edx, r11d
+  sub eax, r11d                    # V
+  sub ecx, edx                     # H
+  mov edx, ecx
+  shl edx, 4
+  lea ecx, [rcx+rdx+16]
+  sar ecx, 5                       # b
+  mov edx, eax
+  shl edx, 4
+  lea eax, [rax+rdx+16]
   sar eax, 5                       # c
-  lea ecx, [rax+rdx]
-  lea ecx, [rcx+rcx*2]
-  sub r10d, ecx
-  add r10d, 16                     # a + 16 - 3 b - 3 c
-  movd xmm0, r10d
-  movd xmm1, edx
+  movzx edx, byte ptr [r9+r8-1]
+  movzx r11d, byte ptr [r10+7]
+  lea edx, [rdx+r11+1]
+  shl edx, 4
+  lea r11d, [rax+rax*2]
+  sub edx, r11d                    # a + 16 - 3 c
+  movd xmm0, edx
+  movd xmm1, ecx
   movd xmm2, eax
   pshuflw xmm0, xmm0, 0
   pshuflw xmm1, xmm1, 0
@@ -690,7 +673,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklqdq xmm0, xmm0
   punpcklqdq xmm1, xmm1
   punpcklqdq xmm2, xmm2
-  pmullw xmm1, [rip+.Lhux_ip_ramp16]
+  pmullw xmm1, [rip+.Lhux_ip_h8]
   paddw xmm0, xmm1                 # row 0
   movdqa xmm1, xmm0
   paddw xmm1, xmm2                 # row 1
