@@ -98,22 +98,23 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jz hux_h264_intra4_body
   cmp esi, 4
   jl hux_h264_intra4_body
-  cmp edx, 4
-  jb 1f
-  je .Lhux_ip4_ddr
-  cmp edx, 6
-  jb .Lhux_ip4_vr
-  je .Lhux_ip4_hd
-  cmp edx, 8
-  jb .Lhux_ip4_vl
-  je .Lhux_ip4_hu
-  jmp hux_h264_intra4_body
-1:
   cmp edx, 1
   jb .Lhux_ip4_v
   je .Lhux_ip4_h
   cmp edx, 3
+  jb .Lhux_ip4_dc
   je .Lhux_ip4_ddl
+  cmp edx, 5
+  jb .Lhux_ip4_ddr
+  je .Lhux_ip4_vr
+  cmp edx, 7
+  jb .Lhux_ip4_hd
+  je .Lhux_ip4_vl
+  cmp edx, 8
+  jne hux_h264_intra4_body
+  jmp .Lhux_ip4_hu
+
+.p2align 5
 # Both sides present here; one side or none is the C++ body's.
 .Lhux_ip4_dc:
   not ecx
@@ -621,9 +622,21 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jb .Lhux_ip8_dc
   je .Lhux_ip8_h
   cmp edx, 3
-  jb .Lhux_ip8_v
-  jne hux_h264_intra8_body
+  je .Lhux_ip8_p
+  ja hux_h264_intra8_body
+.Lhux_ip8_v:
+  test cl, 1
+  jz hux_h264_intra8_body
+  HUX_BASES8
+  mov rax, rdi
+  sub rax, rsi
+  mov rax, [rax]
+  HUX_STORE4 rdi, rax, mov
+  HUX_STORE4 r9, rax, mov
+  xor eax, eax
+  ret
 
+.p2align 5
 # Plane: H and V as for 16x16 over four samples each side (scalar chains);
 # b = (17 H + 16) >> 5, c likewise, a = 16 (L7 + T7); row 0 is
 # a + 16 - 3 c + b (x - 3). Two rows to a register.
@@ -699,19 +712,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   packuswb xmm3, xmm4
   movq [r9+rsi*2], xmm3
   movhps [r9+r8], xmm3
-  xor eax, eax
-  ret
-
-.p2align 5
-.Lhux_ip8_v:
-  test cl, 1
-  jz hux_h264_intra8_body
-  HUX_BASES8
-  mov rax, rdi
-  sub rax, rsi
-  mov rax, [rax]
-  HUX_STORE4 rdi, rax, mov
-  HUX_STORE4 r9, rax, mov
   xor eax, eax
   ret
 
