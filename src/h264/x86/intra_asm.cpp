@@ -93,28 +93,62 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   mov [rdi+r8], eax
 .endm
 
+.p2align 6
   HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
   test rdi, rdi
   jz hux_h264_intra4_body
   cmp esi, 4
   jl hux_h264_intra4_body
+  cmp edx, 4
+  ja 1f
   cmp edx, 1
   jb .Lhux_ip4_v
   je .Lhux_ip4_h
   cmp edx, 3
   jb .Lhux_ip4_dc
   je .Lhux_ip4_ddl
-  cmp edx, 5
-  jb .Lhux_ip4_ddr
-  je .Lhux_ip4_vr
-  cmp edx, 7
-  jb .Lhux_ip4_hd
-  je .Lhux_ip4_vl
+  jmp .Lhux_ip4_ddr
+1:
+  cmp edx, 6
+  jb .Lhux_ip4_vr
+  je .Lhux_ip4_hd
   cmp edx, 8
-  jne hux_h264_intra4_body
-  jmp .Lhux_ip4_hu
+  je .Lhux_ip4_hu
+  ja hux_h264_intra4_body
+.Lhux_ip4_vl:
+  test cl, 1
+  jz hux_h264_intra4_body
+  movsxd rsi, esi
+  sub rdi, rsi
+  lea r8, [rsi+rsi*2]
+  test cl, 64
+  jz 1f
+  movq xmm0, [rdi]
+2:
+  HUX_TAPS3
+  pavgb xmm1, xmm0
+  movd [rdi+rsi], xmm1
+  movd [rdi+rsi*2], xmm3
+  psrldq xmm1, 1
+  psrldq xmm3, 1
+  movd [rdi+r8], xmm1
+  movd [rdi+rsi*4], xmm3
+  xor eax, eax
+  ret
+1:
+  mov eax, [rdi]
+  mov edx, eax
+  shr edx, 24
+  imul edx, edx, 0x01010101
+  shl rdx, 32
+  or rax, rdx
+  movq xmm0, rax
+  jmp 2b
 
-.p2align 5
+# Diagonal down-right: the three-tap filter f of L3 .. Q .. T3; row y is
+# f[3 - y .. 6 - y].
+
+.p2align 6
 # Both sides present here; one side or none is the C++ body's.
 .Lhux_ip4_dc:
   not ecx
@@ -143,7 +177,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   ret
 
 
-.p2align 5
+.p2align 6
 .Lhux_ip4_v:
   test cl, 1
   jz hux_h264_intra4_body
@@ -158,7 +192,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
-.p2align 5
+.p2align 6
 .Lhux_ip4_h:
   test cl, 2
   jz hux_h264_intra4_body
@@ -181,7 +215,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Diagonal down-left: T0..T7 and T7 again; without the samples above-right,
 # T3 stands for T4..T7.
-.p2align 5
+.p2align 6
 .Lhux_ip4_ddl:
   test cl, 1
   jz hux_h264_intra4_body
@@ -217,40 +251,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Vertical-left: rows are the two-tap and three-tap filters of T0..T6 and
 # the same shifted by one.
-.p2align 5
-.Lhux_ip4_vl:
-  test cl, 1
-  jz hux_h264_intra4_body
-  movsxd rsi, esi
-  sub rdi, rsi
-  lea r8, [rsi+rsi*2]
-  test cl, 64
-  jz 1f
-  movq xmm0, [rdi]
-2:
-  HUX_TAPS3
-  pavgb xmm1, xmm0
-  movd [rdi+rsi], xmm1
-  movd [rdi+rsi*2], xmm3
-  psrldq xmm1, 1
-  psrldq xmm3, 1
-  movd [rdi+r8], xmm1
-  movd [rdi+rsi*4], xmm3
-  xor eax, eax
-  ret
-1:
-  mov eax, [rdi]
-  mov edx, eax
-  shr edx, 24
-  imul edx, edx, 0x01010101
-  shl rdx, 32
-  or rax, rdx
-  movq xmm0, rax
-  jmp 2b
-
-# Diagonal down-right: the three-tap filter f of L3 .. Q .. T3; row y is
-# f[3 - y .. 6 - y].
-.p2align 5
+.p2align 6
 .Lhux_ip4_ddr:
   not ecx
   test cl, 35
@@ -272,7 +273,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Vertical-right, with a the two-tap and f the three-tap filter of the same
 # edge: rows a[4..7], f[3..6], f[2] a[4..6], f[1] f[3..5].
-.p2align 5
+.p2align 6
 .Lhux_ip4_vr:
   not ecx
   test cl, 35
@@ -303,7 +304,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
 # z[6..7] f[4..5], z[4..7], z[2..5], z[0..3]. T3 is not read.
-.p2align 5
+.p2align 6
 .Lhux_ip4_hd:
   not ecx
   test cl, 35
@@ -331,7 +332,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Horizontal-up: L0 L1 L2 L3 then L3 repeated; rows are the interleaved
 # filters z from bytes 0, 2, 4 and 6.
-.p2align 5
+.p2align 6
 .Lhux_ip4_hu:
   test cl, 2
   jz hux_h264_intra4_body
@@ -389,6 +390,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movzx \reg, byte ptr [\base\off-1]
 .endm
 
+.p2align 6
   HUX_FN huxiPredictIntra_16x16_H264_8u_C1IR
   test rdi, rdi
   jz hux_h264_intra16_body
@@ -519,7 +521,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
-.p2align 5
+.p2align 6
 .Lhux_ip16_v:
   test cl, 1
   jz hux_h264_intra16_body
@@ -534,7 +536,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
-.p2align 5
+.p2align 6
 .Lhux_ip16_h:
   test cl, 2
   jz hux_h264_intra16_body
@@ -557,7 +559,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # DC with both sides (one side or none: the C++ body): psadbw sums the row
 # above, the left column is summed in two chains.
-.p2align 5
+.p2align 6
 .Lhux_ip16_dc:
   not ecx
   test cl, 3
@@ -613,6 +615,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   lea r9, [rdi+rsi*4]
 .endm
 
+.p2align 6
   HUX_FN huxiPredictIntraChroma8x8_H264_8u_C1IR
   test rdi, rdi
   jz hux_h264_intra8_body
@@ -636,7 +639,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
-.p2align 5
+.p2align 6
 # Plane: H and V as for 16x16 over four samples each side (scalar chains);
 # b = (17 H + 16) >> 5, c likewise, a = 16 (L7 + T7); row 0 is
 # a + 16 - 3 c + b (x - 3). Two rows to a register.
@@ -715,7 +718,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
-.p2align 5
+.p2align 6
 .Lhux_ip8_h:
   test cl, 2
   jz hux_h264_intra8_body
@@ -739,7 +742,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 # (l1 + 2) >> 2, (t1 + l1 + 4) >> 3 below; t the halves of the row above
 # (one psadbw), l of the column to the left. Each pair of quarter values
 # is spread over a row by one 64-bit multiply.
-.p2align 5
+.p2align 6
 .Lhux_ip8_dc:
   not ecx
   test cl, 3
