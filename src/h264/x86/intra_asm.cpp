@@ -60,16 +60,15 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   HUX_AVG3 xmm3, xmm0, xmm1, xmm2, xmm4
 .endm
 
-# With rdi at the row above (r8 = 3 rsi): xmm0 = L3 L2 L1 L0 Q T0 T1 T2 in
+# With rdi at the row above (rcx = 3 rsi): xmm0 = L3 L2 L1 L0 Q T0 T1 T2 in
 # bytes 0-7 (left column from the bottom, the corner, the row above). The
 # left samples are single bytes: a wider load would also take samples of the
 # block, whose last write (often the previous prediction of the same block)
 # could not be forwarded to it.
 .macro HUX_EDGE8
-  lea rcx, [rdi+rsi*2]
   movzx eax, byte ptr [rdi+rsi*4-1]
-  mov ah, byte ptr [rcx+rsi-1]
-  movzx edx, byte ptr [rcx-1]
+  mov ah, byte ptr [rdi+rcx-1]
+  movzx edx, byte ptr [rdi+rsi*2-1]
   mov dh, byte ptr [rdi+rsi-1]
   movd xmm4, [rdi-1]
   shl edx, 16
@@ -85,20 +84,16 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklqdq xmm0, xmm5
 .endm
 
-# Four rows of eax at rdi (r8 = 3 rsi).
-.macro HUX_ROWS4_EAX
-  mov [rdi], eax
-  mov [rdi+rsi], eax
-  mov [rdi+rsi*2], eax
-  mov [rdi+r8], eax
-.endm
-
+# The 4x4 code is laid out for instruction fetch: a call runs through the
+# checks and at most one taken branch to its mode, each mode's code starts a
+# 64-byte line and is kept short (no REX prefixes where a legacy register
+# serves, short jumps to the C++ body's stubs).
 .p2align 6
   HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
   test rdi, rdi
-  jz hux_h264_intra4_body
+  jz .Lhux_ip4_cold
   cmp esi, 4
-  jl hux_h264_intra4_body
+  jl .Lhux_ip4_cold
   cmp edx, 4
   ja 1f
   cmp edx, 1
@@ -113,25 +108,143 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jb .Lhux_ip4_vr
   je .Lhux_ip4_hd
   cmp edx, 8
+  jb .Lhux_ip4_vl
   je .Lhux_ip4_hu
-  ja hux_h264_intra4_body
-.Lhux_ip4_vl:
+.Lhux_ip4_cold:
+  jmp hux_h264_intra4_body
+# The availability word was inverted for a test of several bits.
+.Lhux_ip4_coldn:
+  not ecx
+  jmp hux_h264_intra4_body
+
+.p2align 6
+.Lhux_ip4_v:
   test cl, 1
-  jz hux_h264_intra4_body
+  jz .Lhux_ip4_cold
+  movsxd rsi, esi
+  mov rax, rdi
+  sub rax, rsi
+  mov eax, [rax]
+  lea rcx, [rdi+rsi*2]
+  mov [rdi], eax
+  mov [rdi+rsi], eax
+  mov [rcx], eax
+  mov [rcx+rsi], eax
+  xor eax, eax
+  ret
+
+# Each row is its left sample times 0x01010101.
+.p2align 6
+.Lhux_ip4_h:
+  test cl, 2
+  jz .Lhux_ip4_cold
+  movsxd rsi, esi
+  lea rcx, [rdi+rsi*2]
+  mov edx, 0x01010101
+  movzx eax, byte ptr [rdi-1]
+  imul eax, edx
+  mov [rdi], eax
+  movzx eax, byte ptr [rdi+rsi-1]
+  imul eax, edx
+  mov [rdi+rsi], eax
+  movzx eax, byte ptr [rcx-1]
+  imul eax, edx
+  mov [rcx], eax
+  movzx eax, byte ptr [rcx+rsi-1]
+  imul eax, edx
+  mov [rcx+rsi], eax
+  xor eax, eax
+  ret
+
+# Both sides present here; one side or none is the C++ body's.
+.p2align 6
+.Lhux_ip4_dc:
+  not ecx
+  test cl, 3
+  jnz .Lhux_ip4_coldn
+  movsxd rsi, esi
+  mov rax, rdi
+  sub rax, rsi
+  lea rcx, [rdi+rsi*2]
+  movd xmm0, [rax]
+  pxor xmm1, xmm1
+  psadbw xmm0, xmm1
+  movzx eax, byte ptr [rdi-1]
+  movzx edx, byte ptr [rdi+rsi-1]
+  add eax, edx
+  movzx edx, byte ptr [rcx-1]
+  add eax, edx
+  movzx edx, byte ptr [rcx+rsi-1]
+  add eax, edx
+  movd edx, xmm0
+  lea eax, [rax+rdx+4]
+  shr eax, 3
+  imul eax, eax, 0x01010101
+  mov [rdi], eax
+  mov [rdi+rsi], eax
+  mov [rcx], eax
+  mov [rcx+rsi], eax
+  xor eax, eax
+  ret
+
+# Diagonal down-left: T0..T7 and T7 again; without the samples above-right,
+# T3 stands for T4..T7.
+.p2align 6
+.Lhux_ip4_ddl:
+  test cl, 1
+  jz .Lhux_ip4_cold
   movsxd rsi, esi
   sub rdi, rsi
-  lea r8, [rsi+rsi*2]
+  test cl, 64
+  jz 1f
+  movq xmm0, [rdi]
+  movd xmm5, [rdi+4]
+  psrld xmm5, 24
+2:
+  punpcklqdq xmm0, xmm5
+  HUX_TAPS3
+  lea rcx, [rsi+rsi*2]
+  movd [rdi+rsi], xmm3
+  psrldq xmm3, 1
+  movd [rdi+rsi*2], xmm3
+  psrldq xmm3, 1
+  movd [rdi+rcx], xmm3
+  psrldq xmm3, 1
+  movd [rdi+rsi*4], xmm3
+  xor eax, eax
+  ret
+1:
+  mov eax, [rdi]
+  mov edx, eax
+  shr edx, 24
+  imul edx, edx, 0x01010101
+  movd xmm5, edx
+  psrld xmm5, 24
+  shl rdx, 32
+  or rax, rdx
+  movq xmm0, rax
+  jmp 2b
+
+# Vertical-left: rows are the two-tap and three-tap filters of T0..T6 and
+# the same shifted by one.
+.p2align 6
+.Lhux_ip4_vl:
+  test cl, 1
+  jz .Lhux_ip4_cold
+  movsxd rsi, esi
+  sub rdi, rsi
   test cl, 64
   jz 1f
   movq xmm0, [rdi]
 2:
   HUX_TAPS3
   pavgb xmm1, xmm0
+  lea rcx, [rsi+rsi*2]
   movd [rdi+rsi], xmm1
   movd [rdi+rsi*2], xmm3
   psrldq xmm1, 1
   psrldq xmm3, 1
-  movd [rdi+r8], xmm1
+  movd [rdi+rcx], xmm1
   movd [rdi+rsi*4], xmm3
   xor eax, eax
   ret
@@ -147,123 +260,19 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Diagonal down-right: the three-tap filter f of L3 .. Q .. T3; row y is
 # f[3 - y .. 6 - y].
-
-.p2align 6
-# Both sides present here; one side or none is the C++ body's.
-.Lhux_ip4_dc:
-  not ecx
-  test cl, 3
-  jnz .Lhux_ip4_cold
-  movsxd rsi, esi
-  mov rax, rdi
-  sub rax, rsi
-  lea r8, [rsi+rsi*2]
-  movd xmm0, [rax]
-  pxor xmm1, xmm1
-  movzx eax, byte ptr [rdi-1]
-  movzx edx, byte ptr [rdi+rsi-1]
-  movzx ecx, byte ptr [rdi+rsi*2-1]
-  movzx r9d, byte ptr [rdi+r8-1]
-  psadbw xmm0, xmm1
-  add eax, edx
-  add ecx, r9d
-  movd edx, xmm0
-  lea eax, [rax+rcx+4]
-  add eax, edx
-  shr eax, 3
-  imul eax, eax, 0x01010101
-  HUX_ROWS4_EAX
-  xor eax, eax
-  ret
-
-
-.p2align 6
-.Lhux_ip4_v:
-  test cl, 1
-  jz hux_h264_intra4_body
-  movsxd rsi, esi
-  sub rdi, rsi
-  lea r8, [rsi+rsi*2]
-  mov eax, [rdi]
-  mov [rdi+rsi], eax
-  mov [rdi+rsi*2], eax
-  mov [rdi+r8], eax
-  mov [rdi+rsi*4], eax
-  xor eax, eax
-  ret
-
-.p2align 6
-.Lhux_ip4_h:
-  test cl, 2
-  jz hux_h264_intra4_body
-  movsxd rsi, esi
-  lea r8, [rsi+rsi*2]
-  movzx eax, byte ptr [rdi-1]
-  movzx edx, byte ptr [rdi+rsi-1]
-  movzx ecx, byte ptr [rdi+rsi*2-1]
-  movzx r9d, byte ptr [rdi+r8-1]
-  imul eax, eax, 0x01010101
-  imul edx, edx, 0x01010101
-  imul ecx, ecx, 0x01010101
-  imul r9d, r9d, 0x01010101
-  mov [rdi], eax
-  mov [rdi+rsi], edx
-  mov [rdi+rsi*2], ecx
-  mov [rdi+r8], r9d
-  xor eax, eax
-  ret
-
-# Diagonal down-left: T0..T7 and T7 again; without the samples above-right,
-# T3 stands for T4..T7.
-.p2align 6
-.Lhux_ip4_ddl:
-  test cl, 1
-  jz hux_h264_intra4_body
-  movsxd rsi, esi
-  sub rdi, rsi
-  lea r8, [rsi+rsi*2]
-  test cl, 64
-  jz 1f
-  movq xmm0, [rdi]
-2:
-  pshuflw xmm1, xmm0, 0xFF
-  psrlw xmm1, 8
-  punpcklqdq xmm0, xmm1
-  HUX_TAPS3
-  movd [rdi+rsi], xmm3
-  psrldq xmm3, 1
-  movd [rdi+rsi*2], xmm3
-  psrldq xmm3, 1
-  movd [rdi+r8], xmm3
-  psrldq xmm3, 1
-  movd [rdi+rsi*4], xmm3
-  xor eax, eax
-  ret
-1:
-  mov eax, [rdi]
-  mov edx, eax
-  shr edx, 24
-  imul edx, edx, 0x01010101
-  shl rdx, 32
-  or rax, rdx
-  movq xmm0, rax
-  jmp 2b
-
-# Vertical-left: rows are the two-tap and three-tap filters of T0..T6 and
-# the same shifted by one.
 .p2align 6
 .Lhux_ip4_ddr:
   not ecx
   test cl, 35
-  jnz .Lhux_ip4_cold
+  jnz .Lhux_ip4_coldn
   movsxd rsi, esi
   sub rdi, rsi
-  lea r8, [rsi+rsi*2]
+  lea rcx, [rsi+rsi*2]
   HUX_EDGE9
   HUX_TAPS3
   movd [rdi+rsi*4], xmm3
   psrldq xmm3, 1
-  movd [rdi+r8], xmm3
+  movd [rdi+rcx], xmm3
   psrldq xmm3, 1
   movd [rdi+rsi*2], xmm3
   psrldq xmm3, 1
@@ -277,10 +286,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .Lhux_ip4_vr:
   not ecx
   test cl, 35
-  jnz .Lhux_ip4_cold
+  jnz .Lhux_ip4_coldn
   movsxd rsi, esi
   sub rdi, rsi
-  lea r8, [rsi+rsi*2]
+  lea rcx, [rsi+rsi*2]
   HUX_EDGE9
   HUX_TAPS3
   pavgb xmm1, xmm0
@@ -297,7 +306,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   shl r10d, 8
   mov al, dh
   mov r10b, dl
-  mov [rdi+r8], eax
+  mov [rdi+rcx], eax
   mov [rdi+rsi*4], r10d
   xor eax, eax
   ret
@@ -308,10 +317,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .Lhux_ip4_hd:
   not ecx
   test cl, 35
-  jnz .Lhux_ip4_cold
+  jnz .Lhux_ip4_coldn
   movsxd rsi, esi
   sub rdi, rsi
-  lea r8, [rsi+rsi*2]
+  lea rcx, [rsi+rsi*2]
   HUX_EDGE8
   HUX_TAPS3
   pavgb xmm1, xmm0
@@ -321,7 +330,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   mov [rdi+rsi*4], eax
   shr rax, 16
   shr rdx, 16
-  mov [rdi+r8], eax
+  mov [rdi+rcx], eax
   shr rax, 16
   mov [rdi+rsi*2], eax
   shr eax, 16
@@ -335,20 +344,19 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .p2align 6
 .Lhux_ip4_hu:
   test cl, 2
-  jz hux_h264_intra4_body
+  jz .Lhux_ip4_cold
   movsxd rsi, esi
-  lea r8, [rsi+rsi*2]
   lea rcx, [rdi+rsi*2]
   movzx eax, byte ptr [rdi-1]
   mov ah, byte ptr [rdi+rsi-1]
   movzx edx, byte ptr [rcx-1]
   mov dh, byte ptr [rcx+rsi-1]
-  movzx ecx, byte ptr [rcx+rsi-1]
-  imul ecx, ecx, 0x01010101
   shl edx, 16
   or eax, edx
-  shl rcx, 32
-  or rax, rcx
+  movzx edx, byte ptr [rcx+rsi-1]
+  imul edx, edx, 0x01010101
+  shl rdx, 32
+  or rax, rdx
   movq xmm0, rax
   HUX_TAPS3
   pavgb xmm1, xmm0
@@ -357,16 +365,11 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   psrldq xmm1, 2
   movd [rdi+rsi], xmm1
   psrldq xmm1, 2
-  movd [rdi+rsi*2], xmm1
+  movd [rcx], xmm1
   psrldq xmm1, 2
-  movd [rdi+r8], xmm1
+  movd [rcx+rsi], xmm1
   xor eax, eax
   ret
-
-# The availability word was inverted for a test of several bits.
-.Lhux_ip4_cold:
-  not ecx
-  jmp hux_h264_intra4_body
   HUX_FN_END huxiPredictIntra_4x4_H264_8u_C1IR
 
 
@@ -807,7 +810,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .purgem HUX_TAPS3
 .purgem HUX_EDGE8
 .purgem HUX_EDGE9
-.purgem HUX_ROWS4_EAX
 .att_syntax prefix
 )" HUX_FN_PURGE);
 
