@@ -51,13 +51,31 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   pavgb \d, \b
 .endm
 
-# xmm1 = xmm0 >> 1 byte, xmm2 = xmm0 >> 2 bytes, xmm3 = three-tap filter.
+# The same with a clobbered (a ^ c).
+.macro HUX_AVG3X d, a, b, c
+  movdqa \d, \a
+  pxor \a, \c
+  pavgb \d, \c
+  pand \a, [rip+.Lhux_ip_ones]
+  psubusb \d, \a
+  pavgb \d, \b
+.endm
+
+# xmm1 = xmm0 >> 1 byte, xmm2 = xmm0 >> 2 bytes, xmm3 = three-tap filter
+# (xmm0 kept, or clobbered by HUX_TAPS3X).
 .macro HUX_TAPS3
   movdqa xmm1, xmm0
   movdqa xmm2, xmm0
   psrldq xmm1, 1
   psrldq xmm2, 2
   HUX_AVG3 xmm3, xmm0, xmm1, xmm2, xmm4
+.endm
+.macro HUX_TAPS3X
+  movdqa xmm1, xmm0
+  movdqa xmm2, xmm0
+  psrldq xmm1, 1
+  psrldq xmm2, 2
+  HUX_AVG3X xmm3, xmm0, xmm1, xmm2
 .endm
 
 # With rdi at the row above (rcx = 3 rsi): xmm0 = L3 L2 L1 L0 Q T0 T1 T2 in
@@ -104,12 +122,16 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   je .Lhux_ip4_ddl
   jmp .Lhux_ip4_ddr
 1:
+  cmp edx, 7
+  je .Lhux_ip4_vl
+  jb 2f
+  cmp edx, 8
+  je .Lhux_ip4_hu
+  jmp .Lhux_ip4_cold
+2:
   cmp edx, 6
   jb .Lhux_ip4_vr
   je .Lhux_ip4_hd
-  cmp edx, 8
-  jb .Lhux_ip4_vl
-  je .Lhux_ip4_hu
 .Lhux_ip4_cold:
   jmp hux_h264_intra4_body
 # The availability word was inverted for a test of several bits.
@@ -120,7 +142,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .p2align 6
 .Lhux_ip4_v:
   test cl, 1
-  jz .Lhux_ip4_cold
+  jz 9f
   movsxd rsi, esi
   mov rax, rdi
   sub rax, rsi
@@ -133,11 +155,13 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
+9:
+  jmp hux_h264_intra4_body
 # Each row is its left sample times 0x01010101.
 .p2align 6
 .Lhux_ip4_h:
   test cl, 2
-  jz .Lhux_ip4_cold
+  jz 9f
   movsxd rsi, esi
   lea rcx, [rdi+rsi*2]
   mov edx, 0x01010101
@@ -156,12 +180,14 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
+9:
+  jmp hux_h264_intra4_body
 # Both sides present here; one side or none is the C++ body's.
 .p2align 6
 .Lhux_ip4_dc:
   not ecx
   test cl, 3
-  jnz .Lhux_ip4_coldn
+  jnz 8f
   movsxd rsi, esi
   mov rax, rdi
   sub rax, rsi
@@ -187,12 +213,15 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
+8:
+  not ecx
+  jmp hux_h264_intra4_body
 # Diagonal down-left: T0..T7 and T7 again; without the samples above-right,
 # T3 stands for T4..T7.
 .p2align 6
 .Lhux_ip4_ddl:
   test cl, 1
-  jz .Lhux_ip4_cold
+  jz 9f
   movsxd rsi, esi
   sub rdi, rsi
   test cl, 64
@@ -202,15 +231,15 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   psrld xmm5, 24
 2:
   punpcklqdq xmm0, xmm5
-  HUX_TAPS3
-  lea rcx, [rsi+rsi*2]
+  HUX_TAPS3X
+  lea rcx, [rdi+rsi*2]
   movd [rdi+rsi], xmm3
   psrldq xmm3, 1
-  movd [rdi+rsi*2], xmm3
+  movd [rcx], xmm3
   psrldq xmm3, 1
-  movd [rdi+rcx], xmm3
+  movd [rcx+rsi], xmm3
   psrldq xmm3, 1
-  movd [rdi+rsi*4], xmm3
+  movd [rcx+rsi*2], xmm3
   xor eax, eax
   ret
 1:
@@ -225,12 +254,14 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movq xmm0, rax
   jmp 2b
 
+9:
+  jmp hux_h264_intra4_body
 # Vertical-left: rows are the two-tap and three-tap filters of T0..T6 and
 # the same shifted by one.
 .p2align 6
 .Lhux_ip4_vl:
   test cl, 1
-  jz .Lhux_ip4_cold
+  jz 9f
   movsxd rsi, esi
   sub rdi, rsi
   test cl, 64
@@ -258,18 +289,20 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movq xmm0, rax
   jmp 2b
 
+9:
+  jmp hux_h264_intra4_body
 # Diagonal down-right: the three-tap filter f of L3 .. Q .. T3; row y is
 # f[3 - y .. 6 - y].
 .p2align 6
 .Lhux_ip4_ddr:
   not ecx
   test cl, 35
-  jnz .Lhux_ip4_coldn
+  jnz 8f
   movsxd rsi, esi
   sub rdi, rsi
   lea rcx, [rsi+rsi*2]
   HUX_EDGE9
-  HUX_TAPS3
+  HUX_TAPS3X
   movd [rdi+rsi*4], xmm3
   psrldq xmm3, 1
   movd [rdi+rcx], xmm3
@@ -280,13 +313,16 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
+8:
+  not ecx
+  jmp hux_h264_intra4_body
 # Vertical-right, with a the two-tap and f the three-tap filter of the same
 # edge: rows a[4..7], f[3..6], f[2] a[4..6], f[1] f[3..5].
 .p2align 6
 .Lhux_ip4_vr:
   not ecx
   test cl, 35
-  jnz .Lhux_ip4_coldn
+  jnz 8f
   movsxd rsi, esi
   sub rdi, rsi
   lea rcx, [rsi+rsi*2]
@@ -311,13 +347,16 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
+8:
+  not ecx
+  jmp hux_h264_intra4_body
 # Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
 # z[6..7] f[4..5], z[4..7], z[2..5], z[0..3]. T3 is not read.
 .p2align 6
 .Lhux_ip4_hd:
   not ecx
   test cl, 35
-  jnz .Lhux_ip4_coldn
+  jnz 8f
   movsxd rsi, esi
   sub rdi, rsi
   lea rcx, [rsi+rsi*2]
@@ -339,12 +378,15 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   xor eax, eax
   ret
 
+8:
+  not ecx
+  jmp hux_h264_intra4_body
 # Horizontal-up: L0 L1 L2 L3 then L3 repeated; rows are the interleaved
 # filters z from bytes 0, 2, 4 and 6.
 .p2align 6
 .Lhux_ip4_hu:
   test cl, 2
-  jz .Lhux_ip4_cold
+  jz 9f
   movsxd rsi, esi
   lea rcx, [rdi+rsi*2]
   movzx eax, byte ptr [rdi-1]
@@ -370,6 +412,9 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movd [rcx+rsi], xmm1
   xor eax, eax
   ret
+9:
+  jmp hux_h264_intra4_body
+
   HUX_FN_END huxiPredictIntra_4x4_H264_8u_C1IR
 
 
@@ -808,6 +853,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .purgem HUX_H8
 .purgem HUX_AVG3
 .purgem HUX_TAPS3
+.purgem HUX_TAPS3X
+.purgem HUX_AVG3X
 .purgem HUX_EDGE8
 .purgem HUX_EDGE9
 .att_syntax prefix
