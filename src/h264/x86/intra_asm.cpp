@@ -351,7 +351,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   not ecx
   jmp hux_h264_intra4_body
 # Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
-# z[6..7] f[4..5], z[4..7], z[2..5], z[0..3]. T3 is not read.
+# z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
 .p2align 6
 .Lhux_ip4_hd:
   not ecx
@@ -373,7 +373,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   shr rax, 16
   mov [rdi+rsi*2], eax
   shr eax, 16
-  mov dx, ax
+  mov dl, al
   mov [rdi+rsi], edx
   xor eax, eax
   ret
