@@ -2,21 +2,24 @@
 // 64-bit (System V) x86. A 4x4 prediction is a handful of loads and four
 // stores, so the export's own instructions are most of its cost. Here each
 // export is:
-//  - the pointer, step and mode tests in the interface's order, each a branch
-//    with the arguments untouched to the C++ body (intra.cpp), which answers
-//    the failing check with its status;
-//  - one indexed jump on the mode to that mode's code, which tests the
-//    availability bits it needs and jumps to the same C++ body when one is
-//    clear (128 and the warning for 4x4, the refusal for 16x16 and chroma,
-//    and the DC modes with one side or none, all handled there);
-//  - the prediction, with `xor eax, eax; ret`. Only caller-saved registers.
+//  - the pointer and step tests in the interface's order, each a branch with
+//    the arguments untouched to the C++ body (intra.cpp), which answers the
+//    failing check with its status;
+//  - a chain of compares on the mode that reaches every mode's code with at
+//    most one taken branch (an indirect jump whose target changes from call
+//    to call costs more than the compares); a mode out of range goes to the
+//    C++ body, so the mode check keeps its place after the step check;
+//  - the mode's code: it tests the availability bits it needs and jumps to
+//    the same C++ body when one is clear (128 and the warning for 4x4, the
+//    refusal for 16x16 and chroma, and the DC modes with one side or none,
+//    all handled there), then predicts and returns with `xor eax, eax; ret`.
+//    Only caller-saved registers are used.
 // The three-tap filter (a + 2b + c + 2) >> 2 is pavgb(pavgb(a, c) - ((a ^ c)
 // & 1), b): the inner term is (a + c) >> 1 exactly, and pavgb of it with b
-// rounds up exactly where the sum does. The 4x4 directional modes gather the
-// left column with 4-byte loads of each row from its left sample (the other
-// three bytes are the block's own samples, read and dropped), so nothing
-// outside the block and its marked neighbours is read. Elsewhere (32-bit,
-// HUX_ASM 0) the exports are the C++ bodies.
+// rounds up exactly where the sum does. Neighbours are read only when their
+// bit is set, and the left column a byte at a time, so nothing outside the
+// block and its marked neighbours is read. Elsewhere (32-bit, HUX_ASM 0) the
+// exports are the C++ bodies.
 #include "common/asm.h"
 
 #if HUX_ASM && defined(__x86_64__)
