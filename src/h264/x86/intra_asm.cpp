@@ -105,63 +105,29 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklqdq xmm0, xmm5
 .endm
 
-# The 4x4 code is laid out for instruction fetch: a call runs through the
-# checks and at most one taken branch to its mode, each mode's code starts a
-# 64-byte line and is kept short (no REX prefixes where a legacy register
-# serves, short jumps to the C++ body's stubs).
+# The 4x4 code is laid out for instruction fetch, which costs about a cycle
+# per 32 bytes a call runs through: the checks, DC, vertical and horizontal
+# are decided in the first 32 bytes (horizontal falls through), the other
+# modes after one more jump; each mode's code starts a 32- or 64-byte block
+# and is kept short (no REX prefixes where a legacy register serves, short
+# jumps to stubs of the C++ body).
+# A failing check, a mode out of range: the C++ body, from a stub right in
+# front of the export so that the jumps to it are short.
 .p2align 6
+.skip 27, 0xcc
+.Lhux_ip4_cold:
+  jmp hux_h264_intra4_body
   HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
   test rdi, rdi
   jz .Lhux_ip4_cold
   cmp esi, 4
   jl .Lhux_ip4_cold
-  cmp edx, 4
-  ja 1f
-  cmp edx, 1
-  jb .Lhux_ip4_v
-  je .Lhux_ip4_h
-  cmp edx, 3
-  jb .Lhux_ip4_dc
-  je .Lhux_ip4_ddl
-  jmp .Lhux_ip4_ddr
-1:
-  cmp edx, 7
-  je .Lhux_ip4_vl
-  jb 2f
-  cmp edx, 8
-  je .Lhux_ip4_hu
-  jmp .Lhux_ip4_cold
-2:
-  cmp edx, 6
-  jb .Lhux_ip4_vr
-  je .Lhux_ip4_hd
-.Lhux_ip4_cold:
-  jmp hux_h264_intra4_body
-# The availability word was inverted for a test of several bits.
-.Lhux_ip4_coldn:
-  not ecx
-  jmp hux_h264_intra4_body
-
-.p2align 6
-.Lhux_ip4_v:
-  test cl, 1
-  jz 9f
-  movsxd rsi, esi
-  mov rax, rdi
-  sub rax, rsi
-  mov eax, [rax]
-  lea rcx, [rdi+rsi*2]
-  mov [rdi], eax
-  mov [rdi+rsi], eax
-  mov [rcx], eax
-  mov [rcx+rsi], eax
-  xor eax, eax
-  ret
-
-9:
-  jmp hux_h264_intra4_body
-# Each row is its left sample times 0x01010101.
-.p2align 6
+  cmp edx, 2
+  je .Lhux_ip4_dc
+  ja .Lhux_ip4_high
+  test edx, edx
+  jz .Lhux_ip4_v
+# Horizontal: each row is its left sample times 0x01010101.
 .Lhux_ip4_h:
   test cl, 2
   jz 9f
@@ -185,6 +151,39 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 9:
   jmp hux_h264_intra4_body
+
+
+.p2align 5
+.Lhux_ip4_high:
+  cmp edx, 7
+  je .Lhux_ip4_vl
+  cmp edx, 8
+  je .Lhux_ip4_hu
+  ja .Lhux_ip4_cold
+  cmp edx, 4
+  jb .Lhux_ip4_ddl
+  je .Lhux_ip4_ddr
+  cmp edx, 6
+  jb .Lhux_ip4_vr
+  jmp .Lhux_ip4_hd
+
+.p2align 5
+.Lhux_ip4_v:
+  test cl, 1
+  jz 9f
+  movsxd rsi, esi
+  sub rdi, rsi
+  mov eax, [rdi]
+  lea rcx, [rdi+rsi*2]
+  mov [rdi+rsi], eax
+  mov [rcx], eax
+  mov [rcx+rsi], eax
+  mov [rcx+rsi*2], eax
+  xor eax, eax
+  ret
+9:
+  jmp hux_h264_intra4_body
+
 # Both sides present here; one side or none is the C++ body's.
 .p2align 6
 .Lhux_ip4_dc:
