@@ -5,10 +5,10 @@
 //  - the pointer and step tests in the interface's order, each a branch with
 //    the arguments untouched to the C++ body (intra.cpp), which answers the
 //    failing check with its status;
-//  - a chain of compares on the mode that reaches every mode's code with at
-//    most one taken branch (an indirect jump whose target changes from call
-//    to call costs more than the compares); a mode out of range goes to the
-//    C++ body, so the mode check keeps its place after the step check;
+//  - compares on the mode that reach every mode's code with one or two taken
+//    branches (an indirect jump whose target changes from call to call costs
+//    more than the compares); a mode out of range goes to the C++ body, so
+//    the mode check keeps its place after the step check;
 //  - the mode's code: it tests the availability bits it needs and jumps to
 //    the same C++ body when one is clear (128 and the warning for 4x4, the
 //    refusal for 16x16 and chroma, and the DC modes with one side or none,
