@@ -4,6 +4,7 @@
 // 16x16 and chroma).
 #include <utility>
 
+#include "common/asm.h"
 #include "h264/intra_kernels.h"
 #include "huxvc.h"
 
@@ -27,8 +28,16 @@ constexpr Pred kChroma[4] = {p8<0>, p8<1>, p8<2>, p8<3>};
 
 extern "C" {
 
+#if HUX_ASM && defined(__x86_64__)
+// The checks and kernels of the 4x4 export (x86/intra_asm.cpp), with its
+// arguments: it predicts the modes whose neighbours are all present itself and
+// jumps here for every failing check and every missing neighbour.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_h264_intra4_body(uint8_t* pSrcDst, int32_t srcDstStep,
+                                                                        uint32_t mode, uint32_t availability) {
+#else
 HUX_API HuxResult HUX_STDCALL huxiPredictIntra_4x4_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode,
                                                                uint32_t availability) {
+#endif
   if (!pSrcDst) return huxErrNullPtr;
   if (srcDstStep < 4) return huxErrStep;
   if (mode > 8) return huxErrOutOfRange;
@@ -36,16 +45,28 @@ HUX_API HuxResult HUX_STDCALL huxiPredictIntra_4x4_H264_8u_C1IR(uint8_t* pSrcDst
 }
 
 // The mode is dispatched first: a missing neighbour of a valid mode is -117.
+#if HUX_ASM && defined(__x86_64__)
+// The checks and kernels of the 16x16 and chroma exports (x86/intra_asm.cpp),
+// with their arguments, as the 4x4 one.
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_h264_intra16_body(uint8_t* pSrcDst, int32_t srcDstStep,
+                                                                         uint32_t mode, uint32_t availability) {
+#else
 HUX_API HuxResult HUX_STDCALL huxiPredictIntra_16x16_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep, uint32_t mode,
                                                                  uint32_t availability) {
+#endif
   if (!pSrcDst) return huxErrNullPtr;
   if (srcDstStep < 16) return huxErrStep;
   if (mode > 3) return huxErrOutOfRange;
   return k16x16[mode](pSrcDst, srcDstStep, mode, availability);
 }
 
+#if HUX_ASM && defined(__x86_64__)
+[[gnu::visibility("hidden")]] HuxResult HUX_STDCALL hux_h264_intra8_body(uint8_t* pSrcDst, int32_t srcDstStep,
+                                                                        uint32_t mode, uint32_t availability) {
+#else
 HUX_API HuxResult HUX_STDCALL huxiPredictIntraChroma8x8_H264_8u_C1IR(uint8_t* pSrcDst, int32_t srcDstStep,
                                                                     uint32_t mode, uint32_t availability) {
+#endif
   if (!pSrcDst) return huxErrNullPtr;
   if (srcDstStep < 8) return huxErrStep;
   if (mode > 3) return huxErrOutOfRange;

@@ -4,6 +4,7 @@
 // so a read of an absent row or column lands outside the block.
 #include "h264/intra_kernels.h"
 #include "h264/recon_kernels.h"
+#include "huxvc.h"
 #include "support/check.h"
 
 #if defined(HUX_SSE2) && HUX_SSE2
@@ -20,12 +21,23 @@ struct Pic {
   uint8_t* p;
   int32_t step;
 };
-Pic picture(Trial& t, int n, uint32_t avail, bool ar) {
+Pic picture(Trial& t, int n, uint32_t avail, bool ar, int steps = hux::check::kAny) {
   const bool up = avail & 1, left = avail & 34;
   const int w = (left ? 1 : 0) + n + (ar && (avail & 64) ? n : 0), h = n + (up || (avail & 96) ? 1 : 0);
-  const auto b = t.rows<uint8_t>(w, h);
+  const auto b = t.rows<uint8_t>(w, h, steps);
   return {hux::row(b.p, b.step, h - n) + (left ? 1 : 0), b.step};
 }
+// The exports (hand-written on x86-64) against the reference kernels, on
+// pictures with positive (odd or padded) steps.
+int32_t export4(uint8_t* p, int32_t s, uint32_t m, uint32_t a) { return huxiPredictIntra_4x4_H264_8u_C1IR(p, s, m, a); }
+int32_t export16(uint8_t* p, int32_t s, uint32_t m, uint32_t a) { return huxiPredictIntra_16x16_H264_8u_C1IR(p, s, m, a); }
+int32_t export8(uint8_t* p, int32_t s, uint32_t m, uint32_t a) { return huxiPredictIntraChroma8x8_H264_8u_C1IR(p, s, m, a); }
+using Pred = int32_t (*)(uint8_t*, int32_t, uint32_t, uint32_t);
+void compare_export(Trial& t, int n, uint32_t mode, uint32_t a, Pred ref, Pred exp) {
+  const Pic p = picture(t, n, a, n == 4, hux::check::kOdd);
+  t.compare("mode " + std::to_string(mode) + "/export", ref, exp, p.p, p.step, mode, a);
+}
+
 uint32_t flags(Trial& t) { return static_cast<uint32_t>(t.pick(128)) | (t.pick(4) ? 0u : static_cast<uint32_t>(t.rng()) & ~127u); }
 
 // Every mode in each trial, so that each has its own benchmark.
@@ -34,6 +46,7 @@ HUX_CHECK(h264, intra4x4, 256) {
     const uint32_t a = t.index() < 8 ? 127 : flags(t);
     const Pic p = picture(t, 4, a, true);
     t.compare(std::string("mode ") + std::to_string(mode), &ref::pred4x4, &sse2::pred4x4, p.p, p.step, mode, a);
+    compare_export(t, 4, mode, a, &ref::pred4x4, &export4);
   }
 }
 
@@ -42,6 +55,7 @@ HUX_CHECK(h264, intra16x16, 256) {
     const uint32_t a = t.index() < 8 ? 127 : flags(t) | (t.pick(4) ? 35u : 0u);
     const Pic p = picture(t, 16, a, false);
     t.compare(std::string("mode ") + std::to_string(mode), &ref::pred16x16, &sse2::pred16x16, p.p, p.step, mode, a);
+    compare_export(t, 16, mode, a, &ref::pred16x16, &export16);
   }
 }
 
@@ -51,6 +65,7 @@ HUX_CHECK(h264, intra_chroma, 256) {
     const Pic p = picture(t, 8, a, false);
     t.compare(std::string("mode ") + std::to_string(mode), &ref::pred_chroma8x8, &sse2::pred_chroma8x8, p.p, p.step,
               mode, a);
+    compare_export(t, 8, mode, a, &ref::pred_chroma8x8, &export8);
   }
 }
 

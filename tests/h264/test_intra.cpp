@@ -84,6 +84,12 @@ const Known kCases[] = {
     {"DC16Rounding", [] { return p16(kDc15, 2, 3, {0}); }, cat({{0}, all(16, 0)})},
     {"DC16Above", [] { return p16(kDc15, 2, 1, {0}); }, cat({{0}, all(16, 1)})},
     {"Plane16NoCorner", [] { return p16(kPlane16, 3, 3, {}); }, {huxErrNoNeighbour}},
+    // Refusals with every neighbour present: nothing written (the block stays 0xEE).
+    {"Mode9AllNeighbours", [] { return p4(kRamp, 9, 99, {0}); }, cat({{huxErrOutOfRange}, all(4, 0xEE)})},
+    {"Step15AllNeighbours16", [] {
+       Pic p = kPlane16;
+       return cat({{huxiPredictIntra_16x16_H264_8u_C1IR(p.blk(), 15, 0, 35)}, p.row(0, 16)});
+     }, cat({{huxErrStep}, all(16, 0xEE)})},
     // Quarters: (40 + 200 + 4) >> 3 = 30, top-right above only 30, bottom-left left only (361 + 2) >> 2 = 90,
     // bottom-right (120 + 361 + 4) >> 3 = 60.
     {"ChromaDC", [] { return p8(kChroma, 0, 3, {0, 7}); }, cat({{0}, all(4, 30), all(4, 30), all(4, 90), all(4, 60)})},
