@@ -44,8 +44,8 @@ void luma_all(Trial& t, std::integer_sequence<int, I...>) {
 }
 
 #if HUX_ASM && defined(__x86_64__)
-// The export's own full-sample 8x8 copy and vertical half sample of 8x8 and
-// 16x16 blocks (x86/interp_asm.cpp), and the other heights it passes on,
+// The export's own full-sample 4x4, 8x8 and 16x16 copies and vertical half
+// sample of 8x8 and 16x16 blocks (x86/interp_asm.cpp), and the other heights it passes on,
 // through the kernel signature.
 template <int W, int DX, int DY>
 int32_t luma_export(const uint8_t* src, int32_t ss, uint8_t* dst, int32_t ds, int32_t h) {
@@ -64,6 +64,7 @@ void luma_export_check(Trial& t) {
 HUX_CHECK(h264, interp_luma16, 96) {
   luma_all<16>(t, std::make_integer_sequence<int, 16>());
 #if HUX_ASM && defined(__x86_64__)
+  luma_export_check<16, 0, 0>(t);
   luma_export_check<16, 0, 2>(t);
 #endif
 }
@@ -74,7 +75,12 @@ HUX_CHECK(h264, interp_luma8, 96) {
   luma_export_check<8, 0, 2>(t);
 #endif
 }
-HUX_CHECK(h264, interp_luma4, 96) { luma_all<4>(t, std::make_integer_sequence<int, 16>()); }
+HUX_CHECK(h264, interp_luma4, 96) {
+  luma_all<4>(t, std::make_integer_sequence<int, 16>());
+#if HUX_ASM && defined(__x86_64__)
+  luma_export_check<4, 0, 0>(t);
+#endif
+}
 
 template <int W, int Case>
 void chroma(Trial& t) {
