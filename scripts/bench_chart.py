@@ -20,6 +20,8 @@ def ratios(path):
         results = json.load(f)["results"]
     ops = {}
     for r in results:
+        if r.get("ns") is None:  # a peer entry without a timing (no kernel at that level)
+            continue
         o = ops.setdefault(r["op"], {"ours": None, "sse2": [], "any": []})
         if r["impl"] == "ours":
             o["ours"] = r["ns"]
