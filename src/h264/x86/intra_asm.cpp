@@ -37,6 +37,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   .short 1, 2, 3, 4, 5, 6, 7, 8
 .Lhux_ip_h8:
   .short -3, -2, -1, 0, 1, 2, 3, 4
+.Lhux_ip_b6:
+  .quad 0x00ff000000000000, 0
 
 .popsection
 
@@ -113,79 +115,9 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 # jumps to stubs of the C++ body).
 # A failing check, a mode out of range: the C++ body, from a stub right in
 # front of the export so that the jumps to it are short.
-.p2align 6
-.skip 27, 0xcc
-.Lhux_ip4_cold:
-  jmp hux_h264_intra4_body
-  HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
-  test rdi, rdi
-  jz .Lhux_ip4_cold
-  cmp esi, 4
-  jl .Lhux_ip4_cold
-  cmp edx, 2
-  je .Lhux_ip4_dc
-  ja .Lhux_ip4_high
-  test edx, edx
-  jz .Lhux_ip4_v
-# Horizontal: each row is its left sample times 0x01010101.
-.Lhux_ip4_h:
-  test cl, 2
-  jz 9f
-  movsxd rsi, esi
-  lea rcx, [rdi+rsi*2]
-  mov edx, 0x01010101
-  movzx eax, byte ptr [rdi-1]
-  imul eax, edx
-  mov [rdi], eax
-  movzx eax, byte ptr [rdi+rsi-1]
-  imul eax, edx
-  mov [rdi+rsi], eax
-  movzx eax, byte ptr [rcx-1]
-  imul eax, edx
-  mov [rcx], eax
-  movzx eax, byte ptr [rcx+rsi-1]
-  imul eax, edx
-  mov [rcx+rsi], eax
-  xor eax, eax
-  ret
-
-9:
-  jmp hux_h264_intra4_body
-
-
 .p2align 5
-.Lhux_ip4_high:
-  cmp edx, 7
-  je .Lhux_ip4_vl
-  cmp edx, 8
-  je .Lhux_ip4_hu
-  ja .Lhux_ip4_cold
-  cmp edx, 4
-  jb .Lhux_ip4_ddl
-  je .Lhux_ip4_ddr
-  cmp edx, 6
-  jb .Lhux_ip4_vr
-  jmp .Lhux_ip4_hd
-
-.p2align 5
-.Lhux_ip4_v:
-  test cl, 1
-  jz 9f
-  movsxd rsi, esi
-  sub rdi, rsi
-  mov eax, [rdi]
-  lea rcx, [rdi+rsi*2]
-  mov [rdi+rsi], eax
-  mov [rcx], eax
-  mov [rcx+rsi], eax
-  mov [rcx+rsi*2], eax
-  xor eax, eax
-  ret
-9:
-  jmp hux_h264_intra4_body
-
+.skip 30, 0xcc
 # Both sides present here; one side or none is the C++ body's.
-.p2align 6
 .Lhux_ip4_dc:
   not ecx
   test cl, 3
@@ -218,46 +150,138 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 8:
   not ecx
   jmp hux_h264_intra4_body
-# Diagonal down-left: T0..T7 and T7 again; without the samples above-right,
-# T3 stands for T4..T7.
-.p2align 6
+.Lhux_ip4_cold:
+  jmp hux_h264_intra4_body
+  HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
+  test rdi, rdi
+  jz .Lhux_ip4_cold
+  cmp esi, 4
+  jl .Lhux_ip4_cold
+  cmp edx, 2
+  je .Lhux_ip4_dc
+  cmp edx, 7
+  je .Lhux_ip4_vl
+  cmp edx, 3
+  je .Lhux_ip4_ddl
+  ja .Lhux_ip4_high
+  test edx, edx
+  jz .Lhux_ip4_v
+# Horizontal: each row is its left sample times 0x01010101.
+.Lhux_ip4_h:
+  test cl, 2
+  jz 9f
+  movsxd rsi, esi
+  lea rcx, [rdi+rsi*2]
+  mov edx, 0x01010101
+  movzx eax, byte ptr [rdi-1]
+  imul eax, edx
+  mov [rdi], eax
+  movzx eax, byte ptr [rdi+rsi-1]
+  imul eax, edx
+  mov [rdi+rsi], eax
+  movzx eax, byte ptr [rcx-1]
+  imul eax, edx
+  mov [rcx], eax
+  movzx eax, byte ptr [rcx+rsi-1]
+  imul eax, edx
+  mov [rcx+rsi], eax
+  xor eax, eax
+  ret
+
+9:
+  jmp hux_h264_intra4_body
+
+
+# Diagonal down-left: T0..T7 and T7 again (without the samples above-right,
+# the C++ body). The three-tap filter works on 64-bit lanes: b and c are the
+# row shifted by one and two bytes, c's byte 6 (T8, which is not read) taken
+# from b's.
+.p2align 5
 .Lhux_ip4_ddl:
+  not ecx
+  test cl, 65
+  jnz 8f
+  movsxd rsi, esi
+  sub rdi, rsi
+  movq xmm0, [rdi]
+  movdqa xmm1, xmm0
+  movdqa xmm2, xmm0
+  psrlq xmm1, 8
+  psrlq xmm2, 16
+  movdqa xmm3, xmm1
+  pand xmm3, [rip+.Lhux_ip_b6]
+  por xmm2, xmm3
+  HUX_AVG3X xmm3, xmm0, xmm1, xmm2
+  lea rcx, [rdi+rsi*2]
+  movd [rdi+rsi], xmm3
+  psrlq xmm3, 8
+  movd [rcx], xmm3
+  psrlq xmm3, 8
+  movd [rcx+rsi], xmm3
+  psrlq xmm3, 8
+  movd [rcx+rsi*2], xmm3
+  xor eax, eax
+  ret
+8:
+  not ecx
+  jmp hux_h264_intra4_body
+
+.p2align 5
+.Lhux_ip4_high:
+  cmp edx, 8
+  je .Lhux_ip4_hu
+  ja .Lhux_ip4_cold
+  cmp edx, 4
+  je .Lhux_ip4_ddr
+  cmp edx, 5
+  je .Lhux_ip4_vr
+# Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
+# z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
+.Lhux_ip4_hd:
+  not ecx
+  test cl, 35
+  jnz 8f
+  movsxd rsi, esi
+  sub rdi, rsi
+  lea rcx, [rsi+rsi*2]
+  HUX_EDGE8
+  HUX_TAPS3
+  pavgb xmm1, xmm0
+  punpcklbw xmm1, xmm3
+  movq rax, xmm1
+  movq rdx, xmm3
+  mov [rdi+rsi*4], eax
+  shr rax, 16
+  shr rdx, 16
+  mov [rdi+rcx], eax
+  shr rax, 16
+  mov [rdi+rsi*2], eax
+  shr eax, 16
+  mov dl, al
+  mov [rdi+rsi], edx
+  xor eax, eax
+  ret
+
+8:
+  not ecx
+  jmp hux_h264_intra4_body
+.p2align 5
+.Lhux_ip4_v:
   test cl, 1
   jz 9f
   movsxd rsi, esi
   sub rdi, rsi
-  test cl, 64
-  jz 1f
-  movq xmm0, [rdi]
-  movd xmm5, [rdi+4]
-  psrld xmm5, 24
-2:
-  punpcklqdq xmm0, xmm5
-  HUX_TAPS3X
+  mov eax, [rdi]
   lea rcx, [rdi+rsi*2]
-  movd [rdi+rsi], xmm3
-  psrldq xmm3, 1
-  movd [rcx], xmm3
-  psrldq xmm3, 1
-  movd [rcx+rsi], xmm3
-  psrldq xmm3, 1
-  movd [rcx+rsi*2], xmm3
+  mov [rdi+rsi], eax
+  mov [rcx], eax
+  mov [rcx+rsi], eax
+  mov [rcx+rsi*2], eax
   xor eax, eax
   ret
-1:
-  mov eax, [rdi]
-  mov edx, eax
-  shr edx, 24
-  imul edx, edx, 0x01010101
-  movd xmm5, edx
-  psrld xmm5, 24
-  shl rdx, 32
-  or rax, rdx
-  movq xmm0, rax
-  jmp 2b
-
 9:
   jmp hux_h264_intra4_body
+
 # Vertical-left: rows are the two-tap and three-tap filters of T0..T6 and
 # the same shifted by one.
 .p2align 6
@@ -346,37 +370,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   mov r10b, dl
   mov [rdi+rcx], eax
   mov [rdi+rsi*4], r10d
-  xor eax, eax
-  ret
-
-8:
-  not ecx
-  jmp hux_h264_intra4_body
-# Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
-# z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
-.p2align 6
-.Lhux_ip4_hd:
-  not ecx
-  test cl, 35
-  jnz 8f
-  movsxd rsi, esi
-  sub rdi, rsi
-  lea rcx, [rsi+rsi*2]
-  HUX_EDGE8
-  HUX_TAPS3
-  pavgb xmm1, xmm0
-  punpcklbw xmm1, xmm3
-  movq rax, xmm1
-  movq rdx, xmm3
-  mov [rdi+rsi*4], eax
-  shr rax, 16
-  shr rdx, 16
-  mov [rdi+rcx], eax
-  shr rax, 16
-  mov [rdi+rsi*2], eax
-  shr eax, 16
-  mov dl, al
-  mov [rdi+rsi], edx
   xor eax, eax
   ret
 
