@@ -228,13 +228,13 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 .p2align 5
 .Lhux_ip4_high:
+  cmp edx, 5
+  je .Lhux_ip4_vr
   cmp edx, 8
   je .Lhux_ip4_hu
   ja .Lhux_ip4_cold
   cmp edx, 4
   je .Lhux_ip4_ddr
-  cmp edx, 5
-  je .Lhux_ip4_vr
 # Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
 # z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
 .Lhux_ip4_hd:
