@@ -108,11 +108,14 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .endm
 
 # The 4x4 code is laid out for instruction fetch, which costs about a cycle
-# per 32 bytes a call runs through: the checks, DC, vertical and horizontal
-# are decided in the first 32 bytes (horizontal falls through), the other
-# modes after one more jump; each mode's code starts a 32- or 64-byte block
-# and is kept short (no REX prefixes where a legacy register serves, short
-# jumps to stubs of the C++ body).
+# per 32 bytes a call runs through: the checks and the jumps to DC, vertical-
+# left, diagonal down-left and the other higher modes fill the first 32 bytes
+# (two of them short: DC's code sits in front of the export, down-left's after
+# horizontal, which falls through); vertical follows, the remaining modes after
+# one more compare chain. Each mode's code starts a 32- or 64-byte block and is
+# kept short (no REX prefixes where a legacy register serves, short jumps to
+# stubs of the C++ body). The skip puts the export on a 32-byte boundary with
+# DC's code and the stub right in front of it.
 # A failing check, a mode out of range: the C++ body, from a stub right in
 # front of the export so that the jumps to it are short.
 .p2align 5
