@@ -39,6 +39,12 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   .short -3, -2, -1, 0, 1, 2, 3, 4
 .Lhux_ip_b6:
   .quad 0x00ff000000000000, 0
+.Lhux_ip_lo8:
+  .quad 0x00ff00ff00ff00ff
+.Lhux_ip_wp:
+  .quad 0x0001000300050007, 0x0002000400060008
+.Lhux_ip_wn:
+  .quad 0x0008000600040002, 0x0007000500030001
 
 .popsection
 
@@ -509,21 +515,32 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movzx r11d, byte ptr [r10+15]
   lea r9d, [rdx+r11+1]
   shl r9d, 4                       # a + 16
-  # H: ecx - edx
-  HUX_PN ecx, edx, r11d, [r10+8], [r10+6], 1
-  HUX_PN ecx, edx, r11d, [r10+9], [r10+5], 2
-  HUX_PN ecx, edx, r11d, [r10+10], [r10+4], 3
-  HUX_PN ecx, edx, r11d, [r10+11], [r10+3], 4
-  HUX_PN ecx, edx, r11d, [r10+12], [r10+2], 5
-  HUX_PN ecx, edx, r11d, [r10+13], [r10+1], 6
-  HUX_PN ecx, edx, r11d, [r10+14], [r10], 7
-  movzx r11d, byte ptr [r10+15]
-  lea ecx, [rcx+r11*8]
+  # H: the weighted sums of T8..T15 and of Q T0..T6, each a qword split
+  # into its even and odd bytes as four 16-bit lanes; a multiply by the
+  # weights in reverse lane order leaves the lanes' weighted sum in the top
+  # lane (no lane below reaches 16 bits, so nothing carries into it).
+  mov rcx, [r10+8]
+  mov rdx, rcx
+  shr rdx, 8
+  and rcx, [rip+.Lhux_ip_lo8]
+  and rdx, [rip+.Lhux_ip_lo8]
+  imul rcx, [rip+.Lhux_ip_wp]
+  imul rdx, [rip+.Lhux_ip_wp+8]
+  add rcx, rdx
+  mov rdx, [r10-1]
+  mov r11, rdx
+  shr r11, 8
+  and rdx, [rip+.Lhux_ip_lo8]
+  and r11, [rip+.Lhux_ip_lo8]
+  imul rdx, [rip+.Lhux_ip_wn]
+  imul r11, [rip+.Lhux_ip_wn+8]
+  add rdx, r11
+  shr rcx, 48
+  shr rdx, 48
+  sub ecx, edx                     # H
   movzx r11d, byte ptr [r10-1]     # Q
   shl r11d, 3
-  add edx, r11d
   sub eax, r11d                    # V
-  sub ecx, edx                     # H
   lea ecx, [rcx+rcx*4+32]
   sar ecx, 6                       # b
   lea eax, [rax+rax*4+32]
