@@ -244,8 +244,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   ja .Lhux_ip4_cold
   cmp edx, 4
   je .Lhux_ip4_ddr
+  jmp .Lhux_ip4_hd
 # Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
 # z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
+.p2align 6
 .Lhux_ip4_hd:
   not ecx
   test cl, 35
