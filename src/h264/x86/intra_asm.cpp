@@ -459,7 +459,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Plane: H and V are the weighted differences of the row above and the column
 # to the left about their middle, with the corner Q as sample -1 of both,
-# each summed as two scalar chains (its positive and its negative terms): the
+# summed in scalar registers (V as one chain of differences, H as below): the
 # vector units are still busy with the rows of a previous call. b = (5 H +
 # 32) >> 6, c likewise of V, a = 16 (L15 + T15). Row 0 is a + 16 - 7 c +
 # b (x - 7), each row adds c, and a sample is its row value >> 5 saturated by
@@ -496,22 +496,41 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   add \n, \t
   .endif
 .endm
+# The same for one difference (positive minus negative) into acc.
+.macro HUX_PD acc, t, u, pa, na, k
+  movzx \t, byte ptr \pa
+  movzx \u, byte ptr \na
+  sub \t, \u
+  .if \k == 1
+  mov \acc, \t
+  .elseif \k == 2 || \k == 4
+  lea \acc, [\acc+\t*\k]
+  .elseif \k == 3 || \k == 5
+  lea \t, [\t+\t*(\k-1)]
+  add \acc, \t
+  .elseif \k == 6
+  lea \t, [\t+\t*2]
+  lea \acc, [\acc+\t*2]
+  .else
+  imul \t, \t, 7
+  add \acc, \t
+  .endif
+.endm
 .Lhux_ip16_p:
   not ecx
   test cl, 35
   jnz .Lhux_ip16_cold
   HUX_BASES16
-  # V without the corner: eax - ecx
-  HUX_PN eax, ecx, edx, [r10-1], [r9+rsi*2-1], 1
-  HUX_PN eax, ecx, edx, [r10+rsi-1], [r9+rsi-1], 2
-  HUX_PN eax, ecx, edx, [r10+rsi*2-1], [r9-1], 3
-  HUX_PN eax, ecx, edx, [r10+r8-1], [rdi+r8-1], 4
-  HUX_PN eax, ecx, edx, [r11-1], [rdi+rsi*2-1], 5
-  HUX_PN eax, ecx, edx, [r11+rsi-1], [rdi+rsi-1], 6
-  HUX_PN eax, ecx, edx, [r11+rsi*2-1], [rdi-1], 7
+  # V without the corner: the differences about the middle, weighted
+  HUX_PD eax, ecx, edx, [r10-1], [r9+rsi*2-1], 1
+  HUX_PD eax, ecx, edx, [r10+rsi-1], [r9+rsi-1], 2
+  HUX_PD eax, ecx, edx, [r10+rsi*2-1], [r9-1], 3
+  HUX_PD eax, ecx, edx, [r10+r8-1], [rdi+r8-1], 4
+  HUX_PD eax, ecx, edx, [r11-1], [rdi+rsi*2-1], 5
+  HUX_PD eax, ecx, edx, [r11+rsi-1], [rdi+rsi-1], 6
+  HUX_PD eax, ecx, edx, [r11+rsi*2-1], [rdi-1], 7
   movzx edx, byte ptr [r11+r8-1]   # L15
   lea eax, [rax+rdx*8]
-  sub eax, ecx
   mov r10, rdi
   sub r10, rsi                     # the row above
   movzx r11d, byte ptr [r10+15]
@@ -861,6 +880,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 .purgem HUX_BASES16
 .purgem HUX_PN
+.purgem HUX_PD
 .purgem HUX_BASES8
 .purgem HUX_STORE4
 .purgem HUX_L
