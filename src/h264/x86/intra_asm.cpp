@@ -37,6 +37,14 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   .short 1, 2, 3, 4, 5, 6, 7, 8
 .Lhux_ip_h8:
   .short -3, -2, -1, 0, 1, 2, 3, 4
+.Lhux_ip_b6:
+  .quad 0x00ff000000000000, 0
+.Lhux_ip_lo8:
+  .quad 0x00ff00ff00ff00ff
+.Lhux_ip_wp:
+  .quad 0x0001000300050007, 0x0002000400060008
+.Lhux_ip_wn:
+  .quad 0x0008000600040002, 0x0007000500030001
 
 .popsection
 
@@ -106,86 +114,19 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .endm
 
 # The 4x4 code is laid out for instruction fetch, which costs about a cycle
-# per 32 bytes a call runs through: the checks, DC, vertical and horizontal
-# are decided in the first 32 bytes (horizontal falls through), the other
-# modes after one more jump; each mode's code starts a 32- or 64-byte block
-# and is kept short (no REX prefixes where a legacy register serves, short
-# jumps to stubs of the C++ body).
+# per 32 bytes a call runs through: the checks and the jumps to DC, vertical-
+# left, diagonal down-left and the other higher modes fill the first 32 bytes
+# (two of them short: DC's code sits in front of the export, down-left's after
+# horizontal, which falls through); vertical follows, the remaining modes after
+# one more compare chain. Each mode's code starts a 32- or 64-byte block and is
+# kept short (no REX prefixes where a legacy register serves, short jumps to
+# stubs of the C++ body). The skip puts the export on a 32-byte boundary with
+# DC's code and the stub right in front of it.
 # A failing check, a mode out of range: the C++ body, from a stub right in
 # front of the export so that the jumps to it are short.
-.p2align 6
-.skip 27, 0xcc
-.Lhux_ip4_cold:
-  jmp hux_h264_intra4_body
-  HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
-  test rdi, rdi
-  jz .Lhux_ip4_cold
-  cmp esi, 4
-  jl .Lhux_ip4_cold
-  cmp edx, 2
-  je .Lhux_ip4_dc
-  ja .Lhux_ip4_high
-  test edx, edx
-  jz .Lhux_ip4_v
-# Horizontal: each row is its left sample times 0x01010101.
-.Lhux_ip4_h:
-  test cl, 2
-  jz 9f
-  movsxd rsi, esi
-  lea rcx, [rdi+rsi*2]
-  mov edx, 0x01010101
-  movzx eax, byte ptr [rdi-1]
-  imul eax, edx
-  mov [rdi], eax
-  movzx eax, byte ptr [rdi+rsi-1]
-  imul eax, edx
-  mov [rdi+rsi], eax
-  movzx eax, byte ptr [rcx-1]
-  imul eax, edx
-  mov [rcx], eax
-  movzx eax, byte ptr [rcx+rsi-1]
-  imul eax, edx
-  mov [rcx+rsi], eax
-  xor eax, eax
-  ret
-
-9:
-  jmp hux_h264_intra4_body
-
-
 .p2align 5
-.Lhux_ip4_high:
-  cmp edx, 7
-  je .Lhux_ip4_vl
-  cmp edx, 8
-  je .Lhux_ip4_hu
-  ja .Lhux_ip4_cold
-  cmp edx, 4
-  jb .Lhux_ip4_ddl
-  je .Lhux_ip4_ddr
-  cmp edx, 6
-  jb .Lhux_ip4_vr
-  jmp .Lhux_ip4_hd
-
-.p2align 5
-.Lhux_ip4_v:
-  test cl, 1
-  jz 9f
-  movsxd rsi, esi
-  sub rdi, rsi
-  mov eax, [rdi]
-  lea rcx, [rdi+rsi*2]
-  mov [rdi+rsi], eax
-  mov [rcx], eax
-  mov [rcx+rsi], eax
-  mov [rcx+rsi*2], eax
-  xor eax, eax
-  ret
-9:
-  jmp hux_h264_intra4_body
-
+.skip 30, 0xcc
 # Both sides present here; one side or none is the C++ body's.
-.p2align 6
 .Lhux_ip4_dc:
   not ecx
   test cl, 3
@@ -218,46 +159,140 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 8:
   not ecx
   jmp hux_h264_intra4_body
-# Diagonal down-left: T0..T7 and T7 again; without the samples above-right,
-# T3 stands for T4..T7.
-.p2align 6
+.Lhux_ip4_cold:
+  jmp hux_h264_intra4_body
+  HUX_FN huxiPredictIntra_4x4_H264_8u_C1IR
+  test rdi, rdi
+  jz .Lhux_ip4_cold
+  cmp esi, 4
+  jl .Lhux_ip4_cold
+  cmp edx, 2
+  je .Lhux_ip4_dc
+  cmp edx, 7
+  je .Lhux_ip4_vl
+  cmp edx, 3
+  je .Lhux_ip4_ddl
+  ja .Lhux_ip4_high
+  test edx, edx
+  jz .Lhux_ip4_v
+# Horizontal: each row is its left sample times 0x01010101.
+.Lhux_ip4_h:
+  test cl, 2
+  jz 9f
+  movsxd rsi, esi
+  lea rcx, [rdi+rsi*2]
+  mov edx, 0x01010101
+  movzx eax, byte ptr [rdi-1]
+  imul eax, edx
+  mov [rdi], eax
+  movzx eax, byte ptr [rdi+rsi-1]
+  imul eax, edx
+  mov [rdi+rsi], eax
+  movzx eax, byte ptr [rcx-1]
+  imul eax, edx
+  mov [rcx], eax
+  movzx eax, byte ptr [rcx+rsi-1]
+  imul eax, edx
+  mov [rcx+rsi], eax
+  xor eax, eax
+  ret
+
+9:
+  jmp hux_h264_intra4_body
+
+
+# Diagonal down-left: T0..T7 and T7 again (without the samples above-right,
+# the C++ body). The three-tap filter works on 64-bit lanes: b and c are the
+# row shifted by one and two bytes, c's byte 6 (T8, which is not read) taken
+# from b's.
+.p2align 5
 .Lhux_ip4_ddl:
+  not ecx
+  test cl, 65
+  jnz 8f
+  movsxd rsi, esi
+  sub rdi, rsi
+  movq xmm0, [rdi]
+  movdqa xmm1, xmm0
+  movdqa xmm2, xmm0
+  psrlq xmm1, 8
+  psrlq xmm2, 16
+  movdqa xmm3, xmm1
+  pand xmm3, [rip+.Lhux_ip_b6]
+  por xmm2, xmm3
+  HUX_AVG3X xmm3, xmm0, xmm1, xmm2
+  lea rcx, [rdi+rsi*2]
+  movd [rdi+rsi], xmm3
+  psrlq xmm3, 8
+  movd [rcx], xmm3
+  psrlq xmm3, 8
+  movd [rcx+rsi], xmm3
+  psrlq xmm3, 8
+  movd [rcx+rsi*2], xmm3
+  xor eax, eax
+  ret
+8:
+  not ecx
+  jmp hux_h264_intra4_body
+
+.p2align 5
+.Lhux_ip4_high:
+  cmp edx, 5
+  je .Lhux_ip4_vr
+  cmp edx, 8
+  je .Lhux_ip4_hu
+  ja .Lhux_ip4_cold
+  cmp edx, 4
+  je .Lhux_ip4_ddr
+  jmp .Lhux_ip4_hd
+# Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
+# z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
+.p2align 6
+.Lhux_ip4_hd:
+  not ecx
+  test cl, 35
+  jnz 8f
+  movsxd rsi, esi
+  sub rdi, rsi
+  lea rcx, [rsi+rsi*2]
+  HUX_EDGE8
+  HUX_TAPS3
+  pavgb xmm1, xmm0
+  punpcklbw xmm1, xmm3
+  movq rax, xmm1
+  movq rdx, xmm3
+  mov [rdi+rsi*4], eax
+  shr rax, 16
+  shr rdx, 16
+  mov [rdi+rcx], eax
+  shr rax, 16
+  mov [rdi+rsi*2], eax
+  shr eax, 16
+  mov dl, al
+  mov [rdi+rsi], edx
+  xor eax, eax
+  ret
+
+8:
+  not ecx
+  jmp hux_h264_intra4_body
+.p2align 5
+.Lhux_ip4_v:
   test cl, 1
   jz 9f
   movsxd rsi, esi
   sub rdi, rsi
-  test cl, 64
-  jz 1f
-  movq xmm0, [rdi]
-  movd xmm5, [rdi+4]
-  psrld xmm5, 24
-2:
-  punpcklqdq xmm0, xmm5
-  HUX_TAPS3X
+  mov eax, [rdi]
   lea rcx, [rdi+rsi*2]
-  movd [rdi+rsi], xmm3
-  psrldq xmm3, 1
-  movd [rcx], xmm3
-  psrldq xmm3, 1
-  movd [rcx+rsi], xmm3
-  psrldq xmm3, 1
-  movd [rcx+rsi*2], xmm3
+  mov [rdi+rsi], eax
+  mov [rcx], eax
+  mov [rcx+rsi], eax
+  mov [rcx+rsi*2], eax
   xor eax, eax
   ret
-1:
-  mov eax, [rdi]
-  mov edx, eax
-  shr edx, 24
-  imul edx, edx, 0x01010101
-  movd xmm5, edx
-  psrld xmm5, 24
-  shl rdx, 32
-  or rax, rdx
-  movq xmm0, rax
-  jmp 2b
-
 9:
   jmp hux_h264_intra4_body
+
 # Vertical-left: rows are the two-tap and three-tap filters of T0..T6 and
 # the same shifted by one.
 .p2align 6
@@ -352,37 +387,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 8:
   not ecx
   jmp hux_h264_intra4_body
-# Horizontal-down: z interleaves the two filters (a0 f0 a1 f1 ..); rows
-# z[6] f[3..5] (z[7] is f[3]), z[4..7], z[2..5], z[0..3]. T3 is not read.
-.p2align 6
-.Lhux_ip4_hd:
-  not ecx
-  test cl, 35
-  jnz 8f
-  movsxd rsi, esi
-  sub rdi, rsi
-  lea rcx, [rsi+rsi*2]
-  HUX_EDGE8
-  HUX_TAPS3
-  pavgb xmm1, xmm0
-  punpcklbw xmm1, xmm3
-  movq rax, xmm1
-  movq rdx, xmm3
-  mov [rdi+rsi*4], eax
-  shr rax, 16
-  shr rdx, 16
-  mov [rdi+rcx], eax
-  shr rax, 16
-  mov [rdi+rsi*2], eax
-  shr eax, 16
-  mov dl, al
-  mov [rdi+rsi], edx
-  xor eax, eax
-  ret
-
-8:
-  not ecx
-  jmp hux_h264_intra4_body
 # Horizontal-up: L0 L1 L2 L3 then L3 repeated; rows are the interleaved
 # filters z from bytes 0, 2, 4 and 6.
 .p2align 6
@@ -455,7 +459,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 # Plane: H and V are the weighted differences of the row above and the column
 # to the left about their middle, with the corner Q as sample -1 of both,
-# each summed as two scalar chains (its positive and its negative terms): the
+# summed in scalar registers (V as one chain of differences, H as below): the
 # vector units are still busy with the rows of a previous call. b = (5 H +
 # 32) >> 6, c likewise of V, a = 16 (L15 + T15). Row 0 is a + 16 - 7 c +
 # b (x - 7), each row adds c, and a sample is its row value >> 5 saturated by
@@ -492,42 +496,72 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   add \n, \t
   .endif
 .endm
+# The same for one difference (positive minus negative) into acc.
+.macro HUX_PD acc, t, u, pa, na, k
+  movzx \t, byte ptr \pa
+  movzx \u, byte ptr \na
+  sub \t, \u
+  .if \k == 1
+  mov \acc, \t
+  .elseif \k == 2 || \k == 4
+  lea \acc, [\acc+\t*\k]
+  .elseif \k == 3 || \k == 5
+  lea \t, [\t+\t*(\k-1)]
+  add \acc, \t
+  .elseif \k == 6
+  lea \t, [\t+\t*2]
+  lea \acc, [\acc+\t*2]
+  .else
+  imul \t, \t, 7
+  add \acc, \t
+  .endif
+.endm
 .Lhux_ip16_p:
   not ecx
   test cl, 35
   jnz .Lhux_ip16_cold
   HUX_BASES16
-  # V without the corner: eax - ecx
-  HUX_PN eax, ecx, edx, [r10-1], [r9+rsi*2-1], 1
-  HUX_PN eax, ecx, edx, [r10+rsi-1], [r9+rsi-1], 2
-  HUX_PN eax, ecx, edx, [r10+rsi*2-1], [r9-1], 3
-  HUX_PN eax, ecx, edx, [r10+r8-1], [rdi+r8-1], 4
-  HUX_PN eax, ecx, edx, [r11-1], [rdi+rsi*2-1], 5
-  HUX_PN eax, ecx, edx, [r11+rsi-1], [rdi+rsi-1], 6
-  HUX_PN eax, ecx, edx, [r11+rsi*2-1], [rdi-1], 7
+  # V without the corner: the differences about the middle, weighted
+  HUX_PD eax, ecx, edx, [r10-1], [r9+rsi*2-1], 1
+  HUX_PD eax, ecx, edx, [r10+rsi-1], [r9+rsi-1], 2
+  HUX_PD eax, ecx, edx, [r10+rsi*2-1], [r9-1], 3
+  HUX_PD eax, ecx, edx, [r10+r8-1], [rdi+r8-1], 4
+  HUX_PD eax, ecx, edx, [r11-1], [rdi+rsi*2-1], 5
+  HUX_PD eax, ecx, edx, [r11+rsi-1], [rdi+rsi-1], 6
+  HUX_PD eax, ecx, edx, [r11+rsi*2-1], [rdi-1], 7
   movzx edx, byte ptr [r11+r8-1]   # L15
   lea eax, [rax+rdx*8]
-  sub eax, ecx
   mov r10, rdi
   sub r10, rsi                     # the row above
   movzx r11d, byte ptr [r10+15]
   lea r9d, [rdx+r11+1]
   shl r9d, 4                       # a + 16
-  # H: ecx - edx
-  HUX_PN ecx, edx, r11d, [r10+8], [r10+6], 1
-  HUX_PN ecx, edx, r11d, [r10+9], [r10+5], 2
-  HUX_PN ecx, edx, r11d, [r10+10], [r10+4], 3
-  HUX_PN ecx, edx, r11d, [r10+11], [r10+3], 4
-  HUX_PN ecx, edx, r11d, [r10+12], [r10+2], 5
-  HUX_PN ecx, edx, r11d, [r10+13], [r10+1], 6
-  HUX_PN ecx, edx, r11d, [r10+14], [r10], 7
-  movzx r11d, byte ptr [r10+15]
-  lea ecx, [rcx+r11*8]
+  # H: the weighted sums of T8..T15 and of Q T0..T6, each a qword split
+  # into its even and odd bytes as four 16-bit lanes; a multiply by the
+  # weights in reverse lane order leaves the lanes' weighted sum in the top
+  # lane (no lane below reaches 16 bits, so nothing carries into it).
+  mov rcx, [r10+8]
+  mov rdx, rcx
+  shr rdx, 8
+  and rcx, [rip+.Lhux_ip_lo8]
+  and rdx, [rip+.Lhux_ip_lo8]
+  imul rcx, [rip+.Lhux_ip_wp]
+  imul rdx, [rip+.Lhux_ip_wp+8]
+  add rcx, rdx
+  mov rdx, [r10-1]
+  mov r11, rdx
+  shr r11, 8
+  and rdx, [rip+.Lhux_ip_lo8]
+  and r11, [rip+.Lhux_ip_lo8]
+  imul rdx, [rip+.Lhux_ip_wn]
+  imul r11, [rip+.Lhux_ip_wn+8]
+  add rdx, r11
+  shr rcx, 48
+  shr rdx, 48
+  sub ecx, edx                     # H
   movzx r11d, byte ptr [r10-1]     # Q
   shl r11d, 3
-  add edx, r11d
   sub eax, r11d                    # V
-  sub ecx, edx                     # H
   lea ecx, [rcx+rcx*4+32]
   sar ecx, 6                       # b
   lea eax, [rax+rax*4+32]
@@ -846,6 +880,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 
 .purgem HUX_BASES16
 .purgem HUX_PN
+.purgem HUX_PD
 .purgem HUX_BASES8
 .purgem HUX_STORE4
 .purgem HUX_L
