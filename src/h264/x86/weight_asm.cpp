@@ -172,25 +172,67 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 # One prediction in place, 8x8: esi = srcDstStep, edx = logWD, ecx = weight,
 # r8d = offset, r9 = roi. Common case: weight and offset within -128..127,
 # logWD at most 7, step at least 8; then y = (x * w + c) >> logWD with
-# c = ((2o + 1) << logWD) >> 1 and a saturating add is exact.
+# c = ((2o + 1) << logWD) >> 1 and a saturating add is exact. The hot path is
+# kept short (short branches to one cold jump, no 64-bit immediates, only
+# xmm0-xmm7) and starts a cache line: its length is what a call pays for.
+# The roi is 8x8 exactly when roi - 8 is 8 << 32, that is rotated right by
+# 35 is 1; a weight or offset is within -128..127 when its low byte
+# sign-extended equals it. Rows go in groups of four, rax = 3 rsi.
+.macro HUX_UNI8x4
+  movq xmm0, [rdi]
+  movq xmm1, [rdi+rsi]
+  movq xmm2, [rdi+rsi*2]
+  movq xmm3, [rdi+rax]
+  punpcklbw xmm0, xmm5
+  punpcklbw xmm1, xmm5
+  punpcklbw xmm2, xmm5
+  punpcklbw xmm3, xmm5
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  pmullw xmm2, xmm4
+  pmullw xmm3, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  paddsw xmm2, xmm6
+  paddsw xmm3, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  psraw xmm2, xmm7
+  psraw xmm3, xmm7
+  packuswb xmm0, xmm1
+  packuswb xmm2, xmm3
+  movq [rdi], xmm0
+  movhps [rdi+rsi], xmm0
+  movq [rdi+rsi*2], xmm2
+  movhps [rdi+rax], xmm2
+.endm
+
+# The cold jump sits just before the entry, in reach of short branches.
+  .p2align 6
+  .skip 59, 0xcc
+9:
+  jmp hux_h264_uni_body
+  .p2align 6
   HUX_FN huxiUniDirWeightBlock_H264_8u_C1R
-  mov rax, 0x0000000800000008
-  cmp r9, rax
-  jne hux_h264_uni_body
+  lea rax, [r9-8]
+  ror rax, 35
+  dec rax
+  jnz 9b
   test rdi, rdi
-  jz hux_h264_uni_body
+  jz 9b
   cmp esi, 8
-  jl hux_h264_uni_body
+  jl 9b
   cmp edx, 7
-  ja hux_h264_uni_body
-  lea eax, [rcx+128]
-  lea r10d, [r8+128]
-  or eax, r10d
-  cmp eax, 255
-  ja hux_h264_uni_body
+  ja 9b
+  movsx eax, cl
+  cmp eax, ecx
+  jne 9b
+  movsx eax, r8b
+  cmp eax, r8d
+  jne 9b
   movd xmm4, ecx
   mov ecx, edx
-  lea eax, [r8*2+1]
+  lea eax, [r8+r8+1]
   shl eax, cl
   sar eax, 1
   movd xmm6, eax
@@ -199,24 +241,12 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   pshuflw xmm6, xmm6, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm6, xmm6
-  pxor xmm8, xmm8
+  pxor xmm5, xmm5
   movsxd rsi, esi
-  .rept 4
-  movq xmm0, [rdi]
-  movq xmm1, [rdi+rsi]
-  punpcklbw xmm0, xmm8
-  punpcklbw xmm1, xmm8
-  pmullw xmm0, xmm4
-  pmullw xmm1, xmm4
-  paddsw xmm0, xmm6
-  paddsw xmm1, xmm6
-  psraw xmm0, xmm7
-  psraw xmm1, xmm7
-  packuswb xmm0, xmm1
-  movq [rdi], xmm0
-  movhps [rdi+rsi], xmm0
-  lea rdi, [rdi+rsi*2]
-  .endr
+  lea rax, [rsi+rsi*2]
+  HUX_UNI8x4
+  lea rdi, [rdi+rsi*4]
+  HUX_UNI8x4
   xor eax, eax
   ret
   HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
@@ -224,6 +254,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .purgem HUX_BI8x2
 .purgem HUX_BI16
 .purgem HUX_BI_SETUP
+.purgem HUX_UNI8x4
 .att_syntax prefix
 )" HUX_FN_PURGE);
 
