@@ -25,7 +25,7 @@
 asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .text
 
-# xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = shift, xmm8 = 0.
+# xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = 0, xmm8 = shift.
 # Two rows of 8: sources at [rdi+\a], [rdi+\b] and [rsi+...], the
 # destination at [rdx+\c], [rdx+\d].
 .macro HUX_BI8x2 a, b, c, d
@@ -33,10 +33,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movq xmm1, [rdi+\b]
   movq xmm2, [rsi+\a]
   movq xmm3, [rsi+\b]
-  punpcklbw xmm0, xmm8
-  punpcklbw xmm1, xmm8
-  punpcklbw xmm2, xmm8
-  punpcklbw xmm3, xmm8
+  punpcklbw xmm0, xmm7
+  punpcklbw xmm1, xmm7
+  punpcklbw xmm2, xmm7
+  punpcklbw xmm3, xmm7
   pmullw xmm0, xmm4
   pmullw xmm1, xmm4
   pmullw xmm2, xmm5
@@ -45,8 +45,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   paddw xmm1, xmm3
   paddsw xmm0, xmm6
   paddsw xmm1, xmm6
-  psraw xmm0, xmm7
-  psraw xmm1, xmm7
+  psraw xmm0, xmm8
+  psraw xmm1, xmm8
   packuswb xmm0, xmm1
   movq [rdx+\c], xmm0
   movhps [rdx+\d], xmm0
@@ -127,15 +127,66 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   lea r9, [r8+r8*2]
 .endm
 
+# The 8x8 path is the one the entry is laid out for: short branches back to
+# a cold jump placed just before the entry, xmm7 = 0 and xmm8 = shift. The
+# tests as in HUX_BI_SETUP, in the same order; the weights' written with
+# and: w - 128 is within -256..-1 exactly when bits 8-31 are all set, so for
+# w1, w2 and w1 + w2 at once when they are in their and.
+  .p2align 6
+  .skip 59, 0xcc
+9:
+  jmp hux_h264_bi_body
+  .p2align 6
   HUX_FN huxiBiDirWeightBlock_H264_8u_P2P1R
   mov r10, 0x0000000800000008
   cmp [rsp+40], r10
   jne 1f
   cmp ecx, 8
-  jl hux_h264_bi_body
+  jl 9b
   cmp r8d, 8
-  jl hux_h264_bi_body
-  HUX_BI_SETUP
+  jl 9b
+  test rdi, rdi
+  jz 9b
+  test rsi, rsi
+  jz 9b
+  test rdx, rdx
+  jz 9b
+  cmp r9d, 6
+  ja 9b
+  mov eax, [rsp+8]
+  mov r10d, [rsp+24]
+  lea r11d, [rax+r10-128]
+  add eax, -128
+  add r10d, -128
+  and eax, r10d
+  and eax, r11d
+  cmp eax, -256
+  jb 9b
+  movsxd r10, dword ptr [rsp+16]
+  movsxd r11, dword ptr [rsp+32]
+  lea r10, [r10+r11+1]
+  or r10, 1
+  lea r11, [r10+255]
+  cmp r11, 510
+  ja 9b
+  movd xmm4, dword ptr [rsp+8]
+  movd xmm5, dword ptr [rsp+24]
+  movsxd rax, ecx
+  mov ecx, r9d
+  shl r10d, cl
+  inc ecx
+  movd xmm6, r10d
+  movd xmm8, ecx
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm5, xmm5, 0
+  pshuflw xmm6, xmm6, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm5, xmm5
+  punpcklqdq xmm6, xmm6
+  pxor xmm7, xmm7
+  movsxd r8, r8d
+  lea r11, [rax+rax*2]
+  lea r9, [r8+r8*2]
   HUX_BI8x2 0, rax, 0, r8
   HUX_BI8x2 rax*2, r11, r8*2, r9
   lea rdi, [rdi+rax*4]
