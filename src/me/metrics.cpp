@@ -119,12 +119,15 @@ HUX_SATD(8, 4)
 HUX_SATD(4, 8)
 HUX_SATD(4, 4)
 
+#if !(HUX_ASM && defined(__x86_64__))
+// The 64-bit assembly export is in x86/metrics_asm.cpp.
 HUX_API HuxResult HUX_STDCALL huxiSAT8x8D_8u32s_C1R(const uint8_t* pSrcCur, int32_t srcCurStep, const uint8_t* pSrcRef,
                                                     int32_t srcRefStep, int32_t* pDst) {
   if (!pSrcCur | !pSrcRef | !pDst) return huxErrNullPtr;
   *pDst = k::sat8x8d(pSrcCur, srcCurStep, pSrcRef, srcRefStep);
   return huxOk;
 }
+#endif
 // The one function of the family with element steps: doubled to bytes.
 HUX_API HuxResult HUX_STDCALL huxiSAT8x8D_16u32s_C1R(const uint16_t* pSrcCur, int32_t srcCurStep,
                                                      const uint16_t* pSrcRef, int32_t srcRefStep, int32_t* pDst) {

@@ -33,9 +33,18 @@ HUX_CHECK(me, satd, 256) {
   satd<4, 4>(t);
 }
 
+#if HUX_ASM && defined(__x86_64__)
+int32_t sat8x8d_export(const uint8_t* c, int32_t cs, const uint8_t* r, int32_t rs) {
+  int32_t s = -1;
+  return huxiSAT8x8D_8u32s_C1R(c, cs, r, rs, &s) == huxOk ? s : -2;
+}
+#endif
 HUX_CHECK(me, sat8x8d, 256) {
   auto c = t.rows<uint8_t>(8, 8), r = t.rows<uint8_t>(8, 8);
   t.compare("8u", &me::ref::sat8x8d<uint8_t>, &me::sse2::sat8x8d<uint8_t>, c.p, c.step, r.p, r.step);
+#if HUX_ASM && defined(__x86_64__)
+  t.compare("8u/export", &me::ref::sat8x8d<uint8_t>, &sat8x8d_export, c.p, c.step, r.p, r.step);
+#endif
   const int64_t hi = t.pick({65535, 32767, 1023});
   auto c16 = t.rows<uint16_t>(8, 8, kWordSteps, 0, hi), r16 = t.rows<uint16_t>(8, 8, kWordSteps, 0, hi);
   t.compare("16u", &me::ref::sat8x8d<uint16_t>, &me::sse2::sat8x8d<uint16_t>, c16.p, c16.step, r16.p, r16.step);

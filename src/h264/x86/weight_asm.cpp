@@ -25,7 +25,7 @@
 asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .text
 
-# xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = shift, xmm8 = 0.
+# xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = 0, xmm8 = shift.
 # Two rows of 8: sources at [rdi+\a], [rdi+\b] and [rsi+...], the
 # destination at [rdx+\c], [rdx+\d].
 .macro HUX_BI8x2 a, b, c, d
@@ -33,10 +33,10 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movq xmm1, [rdi+\b]
   movq xmm2, [rsi+\a]
   movq xmm3, [rsi+\b]
-  punpcklbw xmm0, xmm8
-  punpcklbw xmm1, xmm8
-  punpcklbw xmm2, xmm8
-  punpcklbw xmm3, xmm8
+  punpcklbw xmm0, xmm7
+  punpcklbw xmm1, xmm7
+  punpcklbw xmm2, xmm7
+  punpcklbw xmm3, xmm7
   pmullw xmm0, xmm4
   pmullw xmm1, xmm4
   pmullw xmm2, xmm5
@@ -45,8 +45,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   paddw xmm1, xmm3
   paddsw xmm0, xmm6
   paddsw xmm1, xmm6
-  psraw xmm0, xmm7
-  psraw xmm1, xmm7
+  psraw xmm0, xmm8
+  psraw xmm1, xmm8
   packuswb xmm0, xmm1
   movq [rdx+\c], xmm0
   movhps [rdx+\d], xmm0
@@ -127,15 +127,66 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   lea r9, [r8+r8*2]
 .endm
 
+# The 8x8 path is the one the entry is laid out for: short branches back to
+# a cold jump placed just before the entry, xmm7 = 0 and xmm8 = shift. The
+# tests as in HUX_BI_SETUP, in the same order; the weights' written with
+# and: w - 128 is within -256..-1 exactly when bits 8-31 are all set, so for
+# w1, w2 and w1 + w2 at once when they are in their and.
+  .p2align 6
+  .skip 59, 0xcc
+9:
+  jmp hux_h264_bi_body
+  .p2align 6
   HUX_FN huxiBiDirWeightBlock_H264_8u_P2P1R
   mov r10, 0x0000000800000008
   cmp [rsp+40], r10
   jne 1f
   cmp ecx, 8
-  jl hux_h264_bi_body
+  jl 9b
   cmp r8d, 8
-  jl hux_h264_bi_body
-  HUX_BI_SETUP
+  jl 9b
+  test rdi, rdi
+  jz 9b
+  test rsi, rsi
+  jz 9b
+  test rdx, rdx
+  jz 9b
+  cmp r9d, 6
+  ja 9b
+  mov eax, [rsp+8]
+  mov r10d, [rsp+24]
+  lea r11d, [rax+r10-128]
+  add eax, -128
+  add r10d, -128
+  and eax, r10d
+  and eax, r11d
+  cmp eax, -256
+  jb 9b
+  movsxd r10, dword ptr [rsp+16]
+  movsxd r11, dword ptr [rsp+32]
+  lea r10, [r10+r11+1]
+  or r10, 1
+  lea r11, [r10+255]
+  cmp r11, 510
+  ja 9b
+  movd xmm4, dword ptr [rsp+8]
+  movd xmm5, dword ptr [rsp+24]
+  movsxd rax, ecx
+  mov ecx, r9d
+  shl r10d, cl
+  inc ecx
+  movd xmm6, r10d
+  movd xmm8, ecx
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm5, xmm5, 0
+  pshuflw xmm6, xmm6, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm5, xmm5
+  punpcklqdq xmm6, xmm6
+  pxor xmm7, xmm7
+  movsxd r8, r8d
+  lea r11, [rax+rax*2]
+  lea r9, [r8+r8*2]
   HUX_BI8x2 0, rax, 0, r8
   HUX_BI8x2 rax*2, r11, r8*2, r9
   lea rdi, [rdi+rax*4]
@@ -172,25 +223,67 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 # One prediction in place, 8x8: esi = srcDstStep, edx = logWD, ecx = weight,
 # r8d = offset, r9 = roi. Common case: weight and offset within -128..127,
 # logWD at most 7, step at least 8; then y = (x * w + c) >> logWD with
-# c = ((2o + 1) << logWD) >> 1 and a saturating add is exact.
+# c = ((2o + 1) << logWD) >> 1 and a saturating add is exact. The hot path is
+# kept short (short branches to one cold jump, no 64-bit immediates, only
+# xmm0-xmm7) and starts a cache line: its length is what a call pays for.
+# The roi is 8x8 exactly when roi - 8 is 8 << 32, that is rotated right by
+# 35 is 1; a weight or offset is within -128..127 when its low byte
+# sign-extended equals it. Rows go in groups of four, rax = 3 rsi.
+.macro HUX_UNI8x4
+  movq xmm0, [rdi]
+  movq xmm1, [rdi+rsi]
+  movq xmm2, [rdi+rsi*2]
+  movq xmm3, [rdi+rax]
+  punpcklbw xmm0, xmm5
+  punpcklbw xmm1, xmm5
+  punpcklbw xmm2, xmm5
+  punpcklbw xmm3, xmm5
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  pmullw xmm2, xmm4
+  pmullw xmm3, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  paddsw xmm2, xmm6
+  paddsw xmm3, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  psraw xmm2, xmm7
+  psraw xmm3, xmm7
+  packuswb xmm0, xmm1
+  packuswb xmm2, xmm3
+  movq [rdi], xmm0
+  movhps [rdi+rsi], xmm0
+  movq [rdi+rsi*2], xmm2
+  movhps [rdi+rax], xmm2
+.endm
+
+# The cold jump sits just before the entry, in reach of short branches.
+  .p2align 6
+  .skip 59, 0xcc
+9:
+  jmp hux_h264_uni_body
+  .p2align 6
   HUX_FN huxiUniDirWeightBlock_H264_8u_C1R
-  mov rax, 0x0000000800000008
-  cmp r9, rax
-  jne hux_h264_uni_body
+  lea rax, [r9-8]
+  ror rax, 35
+  dec rax
+  jnz 9b
   test rdi, rdi
-  jz hux_h264_uni_body
+  jz 9b
   cmp esi, 8
-  jl hux_h264_uni_body
+  jl 9b
   cmp edx, 7
-  ja hux_h264_uni_body
-  lea eax, [rcx+128]
-  lea r10d, [r8+128]
-  or eax, r10d
-  cmp eax, 255
-  ja hux_h264_uni_body
+  ja 9b
+  movsx eax, cl
+  cmp eax, ecx
+  jne 9b
+  movsx eax, r8b
+  cmp eax, r8d
+  jne 9b
   movd xmm4, ecx
   mov ecx, edx
-  lea eax, [r8*2+1]
+  lea eax, [r8+r8+1]
   shl eax, cl
   sar eax, 1
   movd xmm6, eax
@@ -199,24 +292,12 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   pshuflw xmm6, xmm6, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm6, xmm6
-  pxor xmm8, xmm8
+  pxor xmm5, xmm5
   movsxd rsi, esi
-  .rept 4
-  movq xmm0, [rdi]
-  movq xmm1, [rdi+rsi]
-  punpcklbw xmm0, xmm8
-  punpcklbw xmm1, xmm8
-  pmullw xmm0, xmm4
-  pmullw xmm1, xmm4
-  paddsw xmm0, xmm6
-  paddsw xmm1, xmm6
-  psraw xmm0, xmm7
-  psraw xmm1, xmm7
-  packuswb xmm0, xmm1
-  movq [rdi], xmm0
-  movhps [rdi+rsi], xmm0
-  lea rdi, [rdi+rsi*2]
-  .endr
+  lea rax, [rsi+rsi*2]
+  HUX_UNI8x4
+  lea rdi, [rdi+rsi*4]
+  HUX_UNI8x4
   xor eax, eax
   ret
   HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
@@ -224,6 +305,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .purgem HUX_BI8x2
 .purgem HUX_BI16
 .purgem HUX_BI_SETUP
+.purgem HUX_UNI8x4
 .att_syntax prefix
 )" HUX_FN_PURGE);
 
