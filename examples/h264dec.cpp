@@ -1821,15 +1821,14 @@ void MbDecoder::predict(int x, int y, int w, int h) {
   const int r0 = pic.mo[k].ref[0], r1 = pic.mo[k].ref[1];
   const int W = pic.width, H = pic.height;
   const int px = mbX * 16 + x, py = mbY * 16 + y;
-  if (x == 0 && y == 0) {
+  if (x == 0 && y == 0) {  // once per macroblock: the rows a later macroblock writes, and those it reads
 #if defined(__GNUC__)
     if (const int nx = px + 64; nx < W)
       for (int i = 0; i < 4; ++i) __builtin_prefetch(pic.y + static_cast<size_t>(py + (mbX & 3) * 4 + i) * W + nx, 1);
 #endif
-  }
-  if (x == 0 && y == 0)
     for (int l = 0; l < 2; ++l)
       if (const int r = l ? r1 : r0; r >= 0) prefetchReference(*d.ref_[l][r], mbX, mbY, pic.mo[k].mv[l][0], pic.mo[k].mv[l][1]);
+  }
   uint8_t* dy = pic.y + static_cast<size_t>(py) * W + px;
   uint8_t* dc[2] = {pic.cb + static_cast<size_t>(py / 2) * (W / 2) + px / 2, pic.cr + static_cast<size_t>(py / 2) * (W / 2) + px / 2};
   const int mode = d.sh.type == 0 ? (d.pps->weightedPred ? 1 : 0) : d.pps->weightedBipred;  // 1 explicit, 2 implicit
