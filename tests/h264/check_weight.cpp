@@ -1,5 +1,6 @@
 // Weighted prediction kernels for the checker and the benchmarks. The SSE2 kernels pick a 16-bit scheme from the
 // parameters, so trials draw them around every bound of the schemes as well as in the standard's ranges and beyond.
+#include "common/cpu.h"
 #include "h264/weight_kernels.h"
 #include "huxvc.h"
 #include "support/check.h"
@@ -83,36 +84,46 @@ void bi_export(const uint8_t* a, const uint8_t* b, uint8_t* d, int32_t step, int
 void uni_export(uint8_t* p, int32_t step, int h, uint32_t s, int32_t w, int32_t o) {
   huxiUniDirWeightBlock_H264_8u_C1R(p, step, s, w, o, HuxSize{8, h});
 }
-void uni_export_check(Trial& t) {
+void uni_export_check(Trial& t, const char* kernel) {
   const int h = height<8>(t);
   const auto p = t.rows<uint8_t>(8, h, hux::check::kOdd);
   uint32_t s = 6;
   int32_t w = 40, o = 4;
   if (t.index()) s = shift(t), w = weight(t), o = offset(t, s);
-  t.compare("uni 8x" + std::to_string(h) + "/export", &ref::uni<8>, &uni_export, p.p, p.step, h, s, w, o);
+  t.compare("uni 8x" + std::to_string(h) + "/export " + kernel, &ref::uni<8>, &uni_export, p.p, p.step, h, s, w, o);
 }
 template <int W>
-void bi_export_check(Trial& t) {
+void bi_export_check(Trial& t, const char* kernel) {
   const int h = height<W>(t);
   const auto ab = t.rows<uint8_t>(W, 2 * h, hux::check::kOdd);
   const uint8_t* b = hux::row(ab.p, ab.step, h);
   uint32_t logWD = 5;
   int32_t w1 = 40, w2 = 24, o1 = 1, o2 = -2;
   if (t.index()) logWD = shift(t), w1 = weight(t), w2 = weight(t), o1 = offset(t, logWD), o2 = offset(t, logWD);
-  const std::string name = "bi " + std::to_string(W) + "x" + std::to_string(h) + "/export";
+  const std::string name = "bi " + std::to_string(W) + "x" + std::to_string(h) + "/export " + kernel;
   if (t.index() % 5 == 1 || t.index() % 5 == 3)  // in place over the second source, or the first
     return t.compare(name, &bi_export_ref<W>, &bi_export<W>, ab.p, b, const_cast<uint8_t*>(t.index() % 5 == 1 ? b : ab.p),
                      ab.step, ab.step, logWD, w1, o1, w2, o2, h);
   const auto d = t.rows<uint8_t>(W, h, hux::check::kOdd);
   t.compare(name, &bi_export_ref<W>, &bi_export<W>, ab.p, b, d.p, ab.step, d.step, logWD, w1, o1, w2, o2, h);
 }
+// An export's check on the kernel this processor selects, then with the
+// feature flag cleared, on its SSE2 kernel.
+template <class Check>
+void each_kernel(Trial& t, unsigned char& flag, const char* simd, Check check) {
+  const unsigned char had = flag;
+  check(t, had ? simd : "sse2");
+  flag = 0;
+  check(t, "sse2");
+  flag = had;
+}
 #endif
 
 HUX_CHECK(h264, weight, 1024) {
 #if HUX_ASM && defined(__x86_64__)
-  uni_export_check(t);
-  bi_export_check<8>(t);
-  bi_export_check<16>(t);
+  each_kernel(t, hux_cpu_sse41, "sse4.1", uni_export_check);
+  each_kernel(t, hux_cpu_ssse3, "ssse3", bi_export_check<8>);
+  each_kernel(t, hux_cpu_ssse3, "ssse3", bi_export_check<16>);
 #endif
   uni<16>(t);
   uni<8>(t);

@@ -7,15 +7,20 @@
 // common call: a square 8x8 or 16x16 size, both steps at least the width, all
 // three pointers set, logWD at most 6, weights, their sum and the rounded
 // mean offset o = (o1 + o2 + 1) >> 1 within -128..127. Then every weighted
-// sum of two samples fits 16 bits and the folded form of weight_sse2.h is
-// exact: y = (x1 * w1 + x2 * w2 + c) >> (logWD + 1), c = (2o + 1) << logWD,
-// with a saturating add and the pack clamping to 0..255. Rows go top to
-// bottom, each read before it is written, so a destination equal to a source
-// with the same step works. Every other call jumps with its arguments
-// untouched to the C++ body (weight.cpp), which runs the checks in the
-// interface's order. Only caller-saved registers are used. Elsewhere (32-bit,
-// HUX_ASM 0) the export is that C++ body.
+// sum of two samples lies within -255 * 128..255 * 128, and the folded form of
+// weight_sse2.h is exact: y = (x1 * w1 + x2 * w2 + c) >> (logWD + 1),
+// c = (2o + 1) << logWD, with a saturating add and the pack clamping to
+// 0..255. The sum is formed one of two ways, chosen per call by
+// hux_cpu_ssse3 (common/cpu.h): with SSSE3, the two rows' bytes interleaved
+// and multiplied by the byte pair (w1, w2) in one pmaddubsw, whose saturation
+// the bound above never reaches; otherwise both rows widened to words and
+// multiplied apart. Rows go top to bottom, each read before it is written, so
+// a destination equal to a source with the same step works. Every other call
+// jumps with its arguments untouched to the C++ body (weight.cpp), which runs
+// the checks in the interface's order. Only caller-saved registers are used.
+// Elsewhere (32-bit, HUX_ASM 0) the export is that C++ body.
 #include "common/asm.h"
+#include "common/cpu.h"
 
 #if HUX_ASM && defined(__x86_64__)
 
@@ -25,34 +30,55 @@
 asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .text
 
-# xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = 0, xmm8 = shift.
+# SSE2: xmm4 = w1, xmm5 = w2, xmm6 = c (words), xmm7 = 0, xmm3 = shift.
 # Two rows of 8: sources at [rdi+\a], [rdi+\b] and [rsi+...], the
 # destination at [rdx+\c], [rdx+\d].
 .macro HUX_BI8x2 a, b, c, d
   movq xmm0, [rdi+\a]
-  movq xmm1, [rdi+\b]
   movq xmm2, [rsi+\a]
-  movq xmm3, [rsi+\b]
+  movq xmm1, [rdi+\b]
   punpcklbw xmm0, xmm7
-  punpcklbw xmm1, xmm7
   punpcklbw xmm2, xmm7
-  punpcklbw xmm3, xmm7
+  punpcklbw xmm1, xmm7
   pmullw xmm0, xmm4
-  pmullw xmm1, xmm4
   pmullw xmm2, xmm5
-  pmullw xmm3, xmm5
+  pmullw xmm1, xmm4
   paddw xmm0, xmm2
-  paddw xmm1, xmm3
+  movq xmm2, [rsi+\b]
+  punpcklbw xmm2, xmm7
+  pmullw xmm2, xmm5
+  paddw xmm1, xmm2
   paddsw xmm0, xmm6
   paddsw xmm1, xmm6
-  psraw xmm0, xmm8
-  psraw xmm1, xmm8
+  psraw xmm0, xmm3
+  psraw xmm1, xmm3
   packuswb xmm0, xmm1
   movq [rdx+\c], xmm0
   movhps [rdx+\d], xmm0
 .endm
 
-# One row of 16: sources at [rdi+\a] and [rsi+\a], destination at [rdx+\c].
+# SSSE3: xmm4 = the bytes w1, w2 repeated, xmm6 = c, xmm3 = shift; the same
+# two rows of 8.
+.macro HUX_BI8x2_SSSE3 a, b, c, d
+  movq xmm0, [rdi+\a]
+  movq xmm1, [rsi+\a]
+  movq xmm2, [rdi+\b]
+  movq xmm7, [rsi+\b]
+  punpcklbw xmm0, xmm1
+  punpcklbw xmm2, xmm7
+  pmaddubsw xmm0, xmm4
+  pmaddubsw xmm2, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm2, xmm6
+  psraw xmm0, xmm3
+  psraw xmm2, xmm3
+  packuswb xmm0, xmm2
+  movq [rdx+\c], xmm0
+  movhps [rdx+\d], xmm0
+.endm
+
+# SSE2: xmm4 = w1, xmm5 = w2, xmm6 = c, xmm7 = shift, xmm8 = 0. One row of
+# 16: sources at [rdi+\a] and [rsi+\a], destination at [rdx+\c].
 .macro HUX_BI16 a, c
   movdqu xmm0, [rdi+\a]
   movdqu xmm2, [rsi+\a]
@@ -76,12 +102,31 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movdqu [rdx+\c], xmm0
 .endm
 
-# The size-independent tests and the vectors above; then rax and r8 are the
-# steps sign-extended, r11 = 3 rax and r9 = 3 r8. The weights and their sum
-# are tested together: each plus 128 is within 0..255 exactly when their
-# bitwise or is. With r10 = o1 + o2 + 1 (64 bits), the offset o = r10 >> 1 is
-# within -128..127 exactly when 2o + 1 = r10 | 1 is within -255..255; c is
-# (2o + 1) << logWD, shifted with cl while rcx is free.
+# SSSE3: xmm4 = the bytes w1, w2 repeated, xmm6 = c, xmm7 = shift; the same
+# row of 16.
+.macro HUX_BI16_SSSE3 a, c
+  movdqu xmm0, [rdi+\a]
+  movdqu xmm2, [rsi+\a]
+  movdqa xmm1, xmm0
+  punpcklbw xmm0, xmm2
+  punpckhbw xmm1, xmm2
+  pmaddubsw xmm0, xmm4
+  pmaddubsw xmm1, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  packuswb xmm0, xmm1
+  movdqu [rdx+\c], xmm0
+.endm
+
+# The size-independent tests of the 16x16 path, then xmm6 = c (words),
+# xmm7 = shift and the weights in the low words of xmm4 and xmm5; rax and r8
+# are the steps sign-extended, r11 = 3 rax and r9 = 3 r8. The weights and
+# their sum are tested together: each plus 128 is within 0..255 exactly when
+# their bitwise or is. With r10 = o1 + o2 + 1 (64 bits), the offset
+# o = r10 >> 1 is within -128..127 exactly when 2o + 1 = r10 | 1 is within
+# -255..255; c is (2o + 1) << logWD, shifted with cl while rcx is free.
 .macro HUX_BI_SETUP
   test rdi, rdi
   jz hux_h264_bi_body
@@ -115,23 +160,19 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   inc ecx
   movd xmm6, r10d
   movd xmm7, ecx
-  pshuflw xmm4, xmm4, 0
-  pshuflw xmm5, xmm5, 0
   pshuflw xmm6, xmm6, 0
-  punpcklqdq xmm4, xmm4
-  punpcklqdq xmm5, xmm5
   punpcklqdq xmm6, xmm6
-  pxor xmm8, xmm8
   movsxd r8, r8d
   lea r11, [rax+rax*2]
   lea r9, [r8+r8*2]
 .endm
 
 # The 8x8 path is the one the entry is laid out for: short branches back to
-# a cold jump placed just before the entry, xmm7 = 0 and xmm8 = shift. The
-# tests as in HUX_BI_SETUP, in the same order; the weights' written with
-# and: w - 128 is within -256..-1 exactly when bits 8-31 are all set, so for
-# w1, w2 and w1 + w2 at once when they are in their and.
+# a cold jump placed just before the entry, xmm3 = shift. The tests as in
+# HUX_BI_SETUP, in the same order; the weights' written with and: w - 128 is
+# within -256..-1 exactly when bits 8-31 are all set, so for w1, w2 and
+# w1 + w2 at once when they are in their and. SSSE3 falls through; the SSE2
+# rows follow the 16x16 path.
   .p2align 6
   .skip 59, 0xcc
 9:
@@ -176,24 +217,24 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   shl r10d, cl
   inc ecx
   movd xmm6, r10d
-  movd xmm8, ecx
-  pshuflw xmm4, xmm4, 0
-  pshuflw xmm5, xmm5, 0
+  movd xmm3, ecx
   pshuflw xmm6, xmm6, 0
-  punpcklqdq xmm4, xmm4
-  punpcklqdq xmm5, xmm5
   punpcklqdq xmm6, xmm6
-  pxor xmm7, xmm7
   movsxd r8, r8d
-  lea r11, [rax+rax*2]
+  lea rcx, [rax+rax*2]
   lea r9, [r8+r8*2]
-  HUX_BI8x2 0, rax, 0, r8
-  HUX_BI8x2 rax*2, r11, r8*2, r9
+  cmp byte ptr [rip+hux_cpu_ssse3], 0
+  je 4f
+  punpcklbw xmm4, xmm5
+  pshuflw xmm4, xmm4, 0
+  punpcklqdq xmm4, xmm4
+  HUX_BI8x2_SSSE3 0, rax, 0, r8
+  HUX_BI8x2_SSSE3 rax*2, rcx, r8*2, r9
   lea rdi, [rdi+rax*4]
   lea rsi, [rsi+rax*4]
   lea rdx, [rdx+r8*4]
-  HUX_BI8x2 0, rax, 0, r8
-  HUX_BI8x2 rax*2, r11, r8*2, r9
+  HUX_BI8x2_SSSE3 0, rax, 0, r8
+  HUX_BI8x2_SSSE3 rax*2, rcx, r8*2, r9
   xor eax, eax
   ret
 1:
@@ -206,6 +247,29 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jl hux_h264_bi_body
   HUX_BI_SETUP
   mov ecx, 4
+  cmp byte ptr [rip+hux_cpu_ssse3], 0
+  je 3f
+  punpcklbw xmm4, xmm5
+  pshuflw xmm4, xmm4, 0
+  punpcklqdq xmm4, xmm4
+2:
+  HUX_BI16_SSSE3 0, 0
+  HUX_BI16_SSSE3 rax, r8
+  HUX_BI16_SSSE3 rax*2, r8*2
+  HUX_BI16_SSSE3 r11, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
+  lea rdx, [rdx+r8*4]
+  dec ecx
+  jnz 2b
+  xor eax, eax
+  ret
+3:
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm5, xmm5, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm5, xmm5
+  pxor xmm8, xmm8
 2:
   HUX_BI16 0, 0
   HUX_BI16 rax, r8
@@ -218,6 +282,21 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   jnz 2b
   xor eax, eax
   ret
+4:
+  pshuflw xmm4, xmm4, 0
+  pshuflw xmm5, xmm5, 0
+  punpcklqdq xmm4, xmm4
+  punpcklqdq xmm5, xmm5
+  pxor xmm7, xmm7
+  HUX_BI8x2 0, rax, 0, r8
+  HUX_BI8x2 rax*2, rcx, r8*2, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
+  lea rdx, [rdx+r8*4]
+  HUX_BI8x2 0, rax, 0, r8
+  HUX_BI8x2 rax*2, rcx, r8*2, r9
+  xor eax, eax
+  ret
   HUX_FN_END huxiBiDirWeightBlock_H264_8u_P2P1R
 
 # One prediction in place, 8x8: esi = srcDstStep, edx = logWD, ecx = weight,
@@ -228,7 +307,9 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 # xmm0-xmm7) and starts a cache line: its length is what a call pays for.
 # The roi is 8x8 exactly when roi - 8 is 8 << 32, that is rotated right by
 # 35 is 1; a weight or offset is within -128..127 when its low byte
-# sign-extended equals it. Rows go in groups of four, rax = 3 rsi.
+# sign-extended equals it. Rows go in groups of four, rax = 3 rsi; with
+# SSE4.1 (hux_cpu_sse41) each row is loaded and widened in one pmovzxbw,
+# otherwise unpacked against xmm5 = 0.
 .macro HUX_UNI8x4
   movq xmm0, [rdi]
   movq xmm1, [rdi+rsi]
@@ -238,6 +319,32 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklbw xmm1, xmm5
   punpcklbw xmm2, xmm5
   punpcklbw xmm3, xmm5
+  pmullw xmm0, xmm4
+  pmullw xmm1, xmm4
+  pmullw xmm2, xmm4
+  pmullw xmm3, xmm4
+  paddsw xmm0, xmm6
+  paddsw xmm1, xmm6
+  paddsw xmm2, xmm6
+  paddsw xmm3, xmm6
+  psraw xmm0, xmm7
+  psraw xmm1, xmm7
+  psraw xmm2, xmm7
+  psraw xmm3, xmm7
+  packuswb xmm0, xmm1
+  packuswb xmm2, xmm3
+  movq [rdi], xmm0
+  movhps [rdi+rsi], xmm0
+  movq [rdi+rsi*2], xmm2
+  movhps [rdi+rax], xmm2
+.endm
+
+# The same with SSE4.1, whose pmovzxbw loads and widens a row in one step.
+.macro HUX_UNI8x4_SSE41
+  pmovzxbw xmm0, qword ptr [rdi]
+  pmovzxbw xmm1, qword ptr [rdi+rsi]
+  pmovzxbw xmm2, qword ptr [rdi+rsi*2]
+  pmovzxbw xmm3, qword ptr [rdi+rax]
   pmullw xmm0, xmm4
   pmullw xmm1, xmm4
   pmullw xmm2, xmm4
@@ -292,9 +399,17 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   pshuflw xmm6, xmm6, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm6, xmm6
-  pxor xmm5, xmm5
   movsxd rsi, esi
   lea rax, [rsi+rsi*2]
+  cmp byte ptr [rip+hux_cpu_sse41], 0
+  je 4f
+  HUX_UNI8x4_SSE41
+  lea rdi, [rdi+rsi*4]
+  HUX_UNI8x4_SSE41
+  xor eax, eax
+  ret
+4:
+  pxor xmm5, xmm5
   HUX_UNI8x4
   lea rdi, [rdi+rsi*4]
   HUX_UNI8x4
@@ -303,9 +418,12 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
 
 .purgem HUX_BI8x2
+.purgem HUX_BI8x2_SSSE3
+.purgem HUX_BI16_SSSE3
 .purgem HUX_BI16
 .purgem HUX_BI_SETUP
 .purgem HUX_UNI8x4
+.purgem HUX_UNI8x4_SSE41
 .att_syntax prefix
 )" HUX_FN_PURGE);
 
