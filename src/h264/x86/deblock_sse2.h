@@ -229,10 +229,12 @@ HUX_INLINE void luma_hor(uint8_t* p, int32_t step, const uint8_t* alpha, const u
   using namespace detail;
   Thresholds outer, inner;
   thresholds(alpha, beta, outer, inner);
-  for (int k = 0; k < 4; ++k) {
+  // The macroblock edge apart, so that the inner edges' thresholds stay in registers.
+  if (const uint32_t w = load<uint32_t>(bs)) luma_edge(PictureRows{p, step}, outer, tc0, bs, w);
+  for (int k = 1; k < 4; ++k) {
     const uint32_t w = load<uint32_t>(bs + 4 * k);
     if (!w) continue;
-    luma_edge(PictureRows{row(p, step, 4 * k), step}, k ? inner : outer, tc0 + 4 * k, bs + 4 * k, w);
+    luma_edge(PictureRows{row(p, step, 4 * k), step}, inner, tc0 + 4 * k, bs + 4 * k, w);
   }
 }
 
