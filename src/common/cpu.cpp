@@ -1,7 +1,7 @@
-// Processor feature flags for the assembly exports (cpu.h).
+// Processor feature flags (cpu.h).
 #include "common/cpu.h"
 
-#if HUX_ASM && defined(__x86_64__)
+#if HUX_CPU_FLAGS
 #include <cpuid.h>
 
 unsigned char hux_cpu_ssse3 = 0;

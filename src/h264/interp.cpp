@@ -7,7 +7,11 @@
 #include <cstring>
 #include <utility>
 
+#include "common/cpu.h"
 #include "h264/interp_kernels.h"
+#if HUX_CPU_FLAGS
+#include "h264/x86/interp_ssse3.h"
+#endif
 #include "huxvc.h"
 
 namespace h = hux::h264;
@@ -55,6 +59,23 @@ constexpr std::array<h::ChromaKernel, 16> kChroma16 = [] {
   return t;
 }();
 constexpr int chroma_case(int32_t dx, int32_t dy) { return (dy != 0) << 1 | (dx != 0); }
+// The same table with the SSSE3 kernels of 4- and 8-wide blocks where the
+// processor has them (interp_ssse3.h); chroma_set() is the one to use.
+#if HUX_CPU_FLAGS
+template <int W>
+constexpr h::ChromaKernel kChromaSsse3Case[4] = {&k::chroma<W, 0>, &h::ssse3::chroma<W, 1>, &h::ssse3::chroma<W, 2>,
+                                                 &h::ssse3::chroma<W, 3>};
+constexpr const h::ChromaKernel* kChromaSsse3[4] = {kChromaCase<2>, kChromaSsse3Case<4>, kChromaSsse3Case<8>,
+                                                    kChromaSsse3Case<8>};
+constexpr std::array<h::ChromaKernel, 16> kChroma16Ssse3 = [] {
+  std::array<h::ChromaKernel, 16> t{};
+  for (size_t i = 0; i < 16; ++i) t[i] = kChromaSsse3[i >> 2][i & 3];
+  return t;
+}();
+inline const h::ChromaKernel* chroma_set() { return hux_cpu_ssse3 ? kChroma16Ssse3.data() : kChroma16.data(); }
+#else
+inline const h::ChromaKernel* chroma_set() { return kChroma16.data(); }
+#endif
 
 // ------------------------------------------------------------ checks
 
@@ -122,7 +143,7 @@ void edge_rows(const T* src, intptr_t srcStep, int left, int cols, int above, in
   if (chroma_frac_bad(dx, dy)) return huxErrBadArg;
   if (chroma_size_bad(roi.width, roi.height)) return huxErrSize;
   const int c = (roi.width & 12) >> 2;
-  const h::ChromaKernel f = kChroma[c][chroma_case(dx, dy)];
+  const h::ChromaKernel f = chroma_set()[c << 2 | chroma_case(dx, dy)];
   const int64_t edge = bottom ? int64_t{roi.height} - 1 - outPixels : outPixels;
   edge_rows<uint8_t, 16>(pSrc, srcStep, 0, kChromaWidth[c] + (dx != 0), 0, dy != 0, roi.height, edge, bottom,
                          [&](const uint8_t* a, int32_t as, int y0, int h) {
@@ -292,7 +313,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_8u_C1R(const uint8_t* p
   uint64_t size;  // as in the luma form
   std::memcpy(&size, &roi, sizeof size);
   if (size & 0x00000001FFFFFFF1u) return huxErrSize;
-  return kChroma16[(roi.width & 12) | chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
+  return chroma_set()[(roi.width & 12) | chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep,
@@ -365,7 +386,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_8u_P2R(const HuxIn
   if (const HuxResult s = check_block(b, true)) return s;
   const int c = (b->blockWidth & 12) >> 2;
   const int32_t dx = b->mvX & 7, dy = b->mvY & 7, ds = b->dstStep;
-  const h::ChromaKernel f = kChroma[c][chroma_case(dx, dy)];
+  const h::ChromaKernel f = chroma_set()[c << 2 | chroma_case(dx, dy)];
   const Window a = chroma_window(b, kChromaWidth[c]);
   if (!inside(a, b->frameWidth, b->frameHeight)) return chroma_block_edge(b, f, a), huxOk;
   const intptr_t off = a.y0 * intptr_t{b->srcStep} + a.x0;

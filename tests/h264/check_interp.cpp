@@ -1,7 +1,11 @@
 // H.264 interpolation kernels for the checker and the benchmarks. Sources
 // span exactly the rows and columns the filter reaches, so a read beyond them
 // faults or trips the sanitizer.
+#include "common/cpu.h"
 #include "h264/interp_kernels.h"
+#if HUX_CPU_FLAGS
+#include "h264/x86/interp_ssse3.h"
+#endif
 #include "huxvc.h"
 #include "support/check.h"
 
@@ -91,6 +95,12 @@ void chroma(Trial& t) {
   const int32_t dx = Case & 1 ? 1 + t.pick(7) : t.pick(8), dy = Case & 2 ? 1 + t.pick(7) : t.pick(8);
   t.compare(std::to_string(W) + "/" + "0hvd"[Case], &h::ref::chroma<W, Case>, &h::sse2::chroma<W, Case>, s.p, s.step,
             d.p, d.step, dx, dy, hgt);
+#if HUX_CPU_FLAGS
+  if constexpr (W != 2 && Case != 0)
+    if (hux_cpu_ssse3)
+      t.compare(std::to_string(W) + "/" + "0hvd"[Case] + " ssse3", &h::ref::chroma<W, Case>, &h::ssse3::chroma<W, Case>,
+                s.p, s.step, d.p, d.step, dx, dy, hgt);
+#endif
 }
 template <int W>
 void chroma_all(Trial& t) {
