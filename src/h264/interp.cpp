@@ -38,6 +38,26 @@ constexpr std::array<h::LumaKernel, 64> kLuma64 = [] {
   for (size_t i = 0; i < 64; ++i) t[i] = kLuma[i >> 4][i & 15];
   return t;
 }();
+// The same with the kernels compiled for SSSE3 where the processor has it
+// (interp_ssse3.h); luma_kernels() is the table to use.
+#if HUX_CPU_FLAGS
+template <int W, size_t... I>
+constexpr std::array<h::LumaKernel, 16> luma_set_ssse3(std::index_sequence<I...>) {
+  return {&h::ssse3::luma<W, I & 3, (I >> 2)>...};
+}
+constexpr std::array<h::LumaKernel, 16> kLumaSsse3[4] = {luma_set_ssse3<4>(std::make_index_sequence<16>()),
+                                                          luma_set_ssse3<8>(std::make_index_sequence<16>()),
+                                                          luma_set_ssse3<16>(std::make_index_sequence<16>()),
+                                                          luma_set_ssse3<16>(std::make_index_sequence<16>())};
+constexpr std::array<h::LumaKernel, 64> kLuma64Ssse3 = [] {
+  std::array<h::LumaKernel, 64> t{};
+  for (size_t i = 0; i < 64; ++i) t[i] = kLumaSsse3[i >> 4][i & 15];
+  return t;
+}();
+inline const h::LumaKernel* luma_kernels() { return hux_cpu_ssse3 ? kLuma64Ssse3.data() : kLuma64.data(); }
+#else
+inline const h::LumaKernel* luma_kernels() { return kLuma64.data(); }
+#endif
 constexpr int kLumaWidth[4] = {4, 8, 16, 16};
 constexpr int luma_class(int32_t width) { return ((width * 2) & 48) >> 4; }
 
@@ -59,22 +79,22 @@ constexpr std::array<h::ChromaKernel, 16> kChroma16 = [] {
   return t;
 }();
 constexpr int chroma_case(int32_t dx, int32_t dy) { return (dy != 0) << 1 | (dx != 0); }
-// The same table with the SSSE3 kernels of 4- and 8-wide blocks where the
-// processor has them (interp_ssse3.h); chroma_set() is the one to use.
+// The same with the kernels compiled for SSSE3 where the processor has it
+// (interp_ssse3.h); chroma_kernels() is the table to use.
 #if HUX_CPU_FLAGS
 template <int W>
-constexpr h::ChromaKernel kChromaSsse3Case[4] = {&k::chroma<W, 0>, &h::ssse3::chroma<W, 1>, &h::ssse3::chroma<W, 2>,
-                                                 &h::ssse3::chroma<W, 3>};
-constexpr const h::ChromaKernel* kChromaSsse3[4] = {kChromaCase<2>, kChromaSsse3Case<4>, kChromaSsse3Case<8>,
+constexpr h::ChromaKernel kChromaSsse3Case[4] = {&h::ssse3::chroma<W, 0>, &h::ssse3::chroma<W, 1>,
+                                                 &h::ssse3::chroma<W, 2>, &h::ssse3::chroma<W, 3>};
+constexpr const h::ChromaKernel* kChromaSsse3[4] = {kChromaSsse3Case<2>, kChromaSsse3Case<4>, kChromaSsse3Case<8>,
                                                     kChromaSsse3Case<8>};
 constexpr std::array<h::ChromaKernel, 16> kChroma16Ssse3 = [] {
   std::array<h::ChromaKernel, 16> t{};
   for (size_t i = 0; i < 16; ++i) t[i] = kChromaSsse3[i >> 2][i & 3];
   return t;
 }();
-inline const h::ChromaKernel* chroma_set() { return hux_cpu_ssse3 ? kChroma16Ssse3.data() : kChroma16.data(); }
+inline const h::ChromaKernel* chroma_kernels() { return hux_cpu_ssse3 ? kChroma16Ssse3.data() : kChroma16.data(); }
 #else
-inline const h::ChromaKernel* chroma_set() { return kChroma16.data(); }
+inline const h::ChromaKernel* chroma_kernels() { return kChroma16.data(); }
 #endif
 
 // ------------------------------------------------------------ checks
@@ -128,7 +148,7 @@ void edge_rows(const T* src, intptr_t srcStep, int left, int cols, int above, in
   if (luma_frac_bad(dx, dy)) return huxErrBadArg;
   if (luma_size_bad(roi.width, roi.height)) return huxErrSize;
   const int c = luma_class(roi.width);
-  const h::LumaKernel f = kLuma[c][dy * 4 + dx];
+  const h::LumaKernel f = luma_kernels()[c << 4 | dy << 2 | dx];
   const int64_t edge = bottom ? int64_t{roi.height} - 1 - outPixels : outPixels;
   edge_rows<uint8_t, 32>(pSrc, srcStep, dx ? 2 : 0, kLumaWidth[c] + (dx ? 5 : 0), dy ? 2 : 0, dy ? 5 : 0, roi.height,
                          edge, bottom, [&](const uint8_t* a, int32_t as, int y0, int h) {
@@ -143,7 +163,7 @@ void edge_rows(const T* src, intptr_t srcStep, int left, int cols, int above, in
   if (chroma_frac_bad(dx, dy)) return huxErrBadArg;
   if (chroma_size_bad(roi.width, roi.height)) return huxErrSize;
   const int c = (roi.width & 12) >> 2;
-  const h::ChromaKernel f = chroma_set()[c << 2 | chroma_case(dx, dy)];
+  const h::ChromaKernel f = chroma_kernels()[c << 2 | chroma_case(dx, dy)];
   const int64_t edge = bottom ? int64_t{roi.height} - 1 - outPixels : outPixels;
   edge_rows<uint8_t, 16>(pSrc, srcStep, 0, kChromaWidth[c] + (dx != 0), 0, dy != 0, roi.height, edge, bottom,
                          [&](const uint8_t* a, int32_t as, int y0, int h) {
@@ -291,7 +311,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateLuma_H264_8u_C1R(const uint8_t* pSr
   // The full-sample copies, the shortest kernels, are reached by direct jumps.
   if (i == 16) return k::luma<8, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
   if ((i | 16) == 48) return k::luma<16, 0, 0>(pSrc, srcStep, pDst, dstStep, roi.height);
-  return kLuma64[i](pSrc, srcStep, pDst, dstStep, roi.height);
+  return luma_kernels()[i](pSrc, srcStep, pDst, dstStep, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep, uint8_t* pDst,
@@ -313,7 +333,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_8u_C1R(const uint8_t* p
   uint64_t size;  // as in the luma form
   std::memcpy(&size, &roi, sizeof size);
   if (size & 0x00000001FFFFFFF1u) return huxErrSize;
-  return chroma_set()[(roi.width & 12) | chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
+  return chroma_kernels()[(roi.width & 12) | chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep,
@@ -360,7 +380,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBottom_H264_16u_C1R(const Hux
 HUX_API HuxResult HUX_STDCALL huxiInterpolateLumaBlock_H264_8u_P1R(const HuxInterpolationBlock* b) {
   if (const HuxResult s = check_block(b, false)) return s;
   const int c = luma_class(b->blockWidth);
-  const h::LumaKernel f = kLuma[c][(b->mvY & 3) * 4 + (b->mvX & 3)];
+  const h::LumaKernel f = luma_kernels()[c << 4 | (b->mvY & 3) << 2 | (b->mvX & 3)];
   const Window a = luma_window(b, kLumaWidth[c]);
   if (!inside(a, b->frameWidth, b->frameHeight)) return luma_block_edge(b, f, a), huxOk;
   const intptr_t step = b->srcStep;
@@ -386,7 +406,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaBlock_H264_8u_P2R(const HuxIn
   if (const HuxResult s = check_block(b, true)) return s;
   const int c = (b->blockWidth & 12) >> 2;
   const int32_t dx = b->mvX & 7, dy = b->mvY & 7, ds = b->dstStep;
-  const h::ChromaKernel f = chroma_set()[c << 2 | chroma_case(dx, dy)];
+  const h::ChromaKernel f = chroma_kernels()[c << 2 | chroma_case(dx, dy)];
   const Window a = chroma_window(b, kChromaWidth[c]);
   if (!inside(a, b->frameWidth, b->frameHeight)) return chroma_block_edge(b, f, a), huxOk;
   const intptr_t off = a.y0 * intptr_t{b->srcStep} + a.x0;

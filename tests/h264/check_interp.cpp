@@ -39,8 +39,14 @@ void luma(Trial& t) {
   auto s = t.rows<uint8_t>(cols, rows);
   if (t.index() % 8 == 7) worst_centre(t, s, cols, rows);
   auto d = t.rows<uint8_t>(W, hgt);
-  t.compare(std::to_string(W) + "/" + std::to_string(DX) + std::to_string(DY), &h::ref::luma<W, DX, DY>,
-            &h::sse2::luma<W, DX, DY>, hux::row(s.p, s.step, ly) + lx, s.step, d.p, d.step, hgt);
+  const std::string name = std::to_string(W) + "/" + std::to_string(DX) + std::to_string(DY);
+  t.compare(name, &h::ref::luma<W, DX, DY>, &h::sse2::luma<W, DX, DY>, hux::row(s.p, s.step, ly) + lx, s.step, d.p,
+            d.step, hgt);
+#if HUX_CPU_FLAGS
+  if (hux_cpu_ssse3)
+    t.compare(name + " ssse3", &h::ref::luma<W, DX, DY>, &h::ssse3::luma<W, DX, DY>, hux::row(s.p, s.step, ly) + lx,
+              s.step, d.p, d.step, hgt);
+#endif
 }
 template <int W, int... I>
 void luma_all(Trial& t, std::integer_sequence<int, I...>) {
@@ -96,10 +102,9 @@ void chroma(Trial& t) {
   t.compare(std::to_string(W) + "/" + "0hvd"[Case], &h::ref::chroma<W, Case>, &h::sse2::chroma<W, Case>, s.p, s.step,
             d.p, d.step, dx, dy, hgt);
 #if HUX_CPU_FLAGS
-  if constexpr (W != 2 && Case != 0)
-    if (hux_cpu_ssse3)
-      t.compare(std::to_string(W) + "/" + "0hvd"[Case] + " ssse3", &h::ref::chroma<W, Case>, &h::ssse3::chroma<W, Case>,
-                s.p, s.step, d.p, d.step, dx, dy, hgt);
+  if (hux_cpu_ssse3)
+    t.compare(std::to_string(W) + "/" + "0hvd"[Case] + " ssse3", &h::ref::chroma<W, Case>, &h::ssse3::chroma<W, Case>,
+              s.p, s.step, d.p, d.step, dx, dy, hgt);
 #endif
 }
 template <int W>
