@@ -310,7 +310,13 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 # sign-extended equals it. Rows go in groups of four, rax = 3 rsi; with
 # SSE4.1 (hux_cpu_sse41) each row is loaded and widened in one pmovzxbw,
 # otherwise unpacked against xmm5 = 0.
-.macro HUX_UNI8x4
+.macro HUX_UNI8x4 sse41
+.if \sse41
+  pmovzxbw xmm0, qword ptr [rdi]
+  pmovzxbw xmm1, qword ptr [rdi+rsi]
+  pmovzxbw xmm2, qword ptr [rdi+rsi*2]
+  pmovzxbw xmm3, qword ptr [rdi+rax]
+.else
   movq xmm0, [rdi]
   movq xmm1, [rdi+rsi]
   movq xmm2, [rdi+rsi*2]
@@ -319,32 +325,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklbw xmm1, xmm5
   punpcklbw xmm2, xmm5
   punpcklbw xmm3, xmm5
-  pmullw xmm0, xmm4
-  pmullw xmm1, xmm4
-  pmullw xmm2, xmm4
-  pmullw xmm3, xmm4
-  paddsw xmm0, xmm6
-  paddsw xmm1, xmm6
-  paddsw xmm2, xmm6
-  paddsw xmm3, xmm6
-  psraw xmm0, xmm7
-  psraw xmm1, xmm7
-  psraw xmm2, xmm7
-  psraw xmm3, xmm7
-  packuswb xmm0, xmm1
-  packuswb xmm2, xmm3
-  movq [rdi], xmm0
-  movhps [rdi+rsi], xmm0
-  movq [rdi+rsi*2], xmm2
-  movhps [rdi+rax], xmm2
-.endm
-
-# The same with SSE4.1, whose pmovzxbw loads and widens a row in one step.
-.macro HUX_UNI8x4_SSE41
-  pmovzxbw xmm0, qword ptr [rdi]
-  pmovzxbw xmm1, qword ptr [rdi+rsi]
-  pmovzxbw xmm2, qword ptr [rdi+rsi*2]
-  pmovzxbw xmm3, qword ptr [rdi+rax]
+.endif
   pmullw xmm0, xmm4
   pmullw xmm1, xmm4
   pmullw xmm2, xmm4
@@ -403,16 +384,16 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   lea rax, [rsi+rsi*2]
   cmp byte ptr [rip+hux_cpu_sse41], 0
   je 4f
-  HUX_UNI8x4_SSE41
+  HUX_UNI8x4 1
   lea rdi, [rdi+rsi*4]
-  HUX_UNI8x4_SSE41
+  HUX_UNI8x4 1
   xor eax, eax
   ret
 4:
   pxor xmm5, xmm5
-  HUX_UNI8x4
+  HUX_UNI8x4 0
   lea rdi, [rdi+rsi*4]
-  HUX_UNI8x4
+  HUX_UNI8x4 0
   xor eax, eax
   ret
   HUX_FN_END huxiUniDirWeightBlock_H264_8u_C1R
@@ -423,7 +404,6 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .purgem HUX_BI16
 .purgem HUX_BI_SETUP
 .purgem HUX_UNI8x4
-.purgem HUX_UNI8x4_SSE41
 .att_syntax prefix
 )" HUX_FN_PURGE);
 
