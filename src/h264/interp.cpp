@@ -81,6 +81,14 @@ constexpr std::array<h::ChromaKernel, 16> kChroma16 = [] {
 constexpr int chroma_case(int32_t dx, int32_t dy) { return (dy != 0) << 1 | (dx != 0); }
 // The same with the kernels compiled for SSSE3 where the processor has it
 // (interp_ssse3.h); chroma_kernels() is the table to use.
+// Both tables spread over every fraction, [(width & 12) << 4 | dy << 3 | dx],
+// so that the plain export indexes them with no case arithmetic.
+constexpr std::array<h::ChromaKernel, 256> by_frac(const std::array<h::ChromaKernel, 16>& t) {
+  std::array<h::ChromaKernel, 256> r{};
+  for (size_t i = 0; i < 256; ++i) r[i] = t[((i >> 4) & 12) | chroma_case(i & 7, (i >> 3) & 7)];
+  return r;
+}
+constexpr std::array<h::ChromaKernel, 256> kChromaByFrac = by_frac(kChroma16);
 #if HUX_CPU_FLAGS
 template <int W>
 constexpr h::ChromaKernel kChromaSsse3Case[4] = {&h::ssse3::chroma<W, 0>, &h::ssse3::chroma<W, 1>,
@@ -93,7 +101,12 @@ constexpr std::array<h::ChromaKernel, 16> kChroma16Ssse3 = [] {
   return t;
 }();
 inline const h::ChromaKernel* chroma_kernels() { return hux_cpu_ssse3 ? kChroma16Ssse3.data() : kChroma16.data(); }
+constexpr std::array<h::ChromaKernel, 256> kChromaByFracSsse3 = by_frac(kChroma16Ssse3);
+inline const h::ChromaKernel* chroma_by_frac() {
+  return hux_cpu_ssse3 ? kChromaByFracSsse3.data() : kChromaByFrac.data();
+}
 #else
+inline const h::ChromaKernel* chroma_by_frac() { return kChromaByFrac.data(); }
 inline const h::ChromaKernel* chroma_kernels() { return kChroma16.data(); }
 #endif
 
@@ -333,7 +346,7 @@ HUX_API HuxResult HUX_STDCALL huxiInterpolateChroma_H264_8u_C1R(const uint8_t* p
   uint64_t size;  // as in the luma form
   std::memcpy(&size, &roi, sizeof size);
   if (size & 0x00000001FFFFFFF1u) return huxErrSize;
-  return chroma_kernels()[(roi.width & 12) | chroma_case(dx, dy)](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
+  return chroma_by_frac()[(roi.width & 12) << 4 | dy << 3 | dx](pSrc, srcStep, pDst, dstStep, dx, dy, roi.height);
 }
 
 HUX_API HuxResult HUX_STDCALL huxiInterpolateChromaTop_H264_8u_C1R(const uint8_t* pSrc, int32_t srcStep,
