@@ -1,6 +1,5 @@
 // Weighted prediction kernels for the checker and the benchmarks. The SSE2 kernels pick a 16-bit scheme from the
 // parameters, so trials draw them around every bound of the schemes as well as in the standard's ranges and beyond.
-#include "common/cpu.h"
 #include "h264/weight_kernels.h"
 #include "huxvc.h"
 #include "support/check.h"
@@ -108,14 +107,12 @@ void bi_export_check(Trial& t, const char* kernel) {
   t.compare(name, &bi_export_ref<W>, &bi_export<W>, ab.p, b, d.p, ab.step, d.step, logWD, w1, o1, w2, o2, h);
 }
 // An export's check on the kernel this processor selects, then with the
-// feature flag cleared, on its SSE2 kernel.
+// feature flags cleared, on its SSE2 kernel.
 template <class Check>
-void each_kernel(Trial& t, unsigned char& flag, const char* simd, Check check) {
-  const unsigned char had = flag;
-  check(t, had ? simd : "sse2");
-  flag = 0;
+void each_kernel(Trial& t, bool selected, const char* simd, Check check) {
+  check(t, selected ? simd : "sse2");
+  const hux::check::FeatureFlags sse2(false);
   check(t, "sse2");
-  flag = had;
 }
 #endif
 

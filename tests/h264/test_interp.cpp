@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "huxvc.h"
+#include "support/check.h"
 #include "support/exports.h"
 #include "support/known.h"
 
@@ -277,17 +278,20 @@ const Known kHand[] = {
        return Vals{d[0][0], d[1][0]}; },
      {1023, 1343}},
     // Permissive widths: columns written by luma widths 0, 12, 20, 28 and chroma widths 0, 6, 10, 14.
+    // Both kernel tables: the one this processor selects, then the SSE2 one.
     {"width_classes", [] {
        Vals o;
-       for (int w : {0, 12, 20, 28, 0, 6, 10, 14}) {
-         const bool chroma = o.size() >= 4;
-         uint8_t d[4 * 32];
-         std::fill_n(d, 4 * 32, uint8_t{0x5A});
-         EXPECT_EQ((chroma ? huxiInterpolateChroma_H264_8u_C1R : huxiInterpolateLuma_H264_8u_C1R)(kSrc8, 64, d, 32, 1, 1, HuxSize{w, 4}), huxOk);
-         o.push_back(std::count_if(d, d + 32, [](uint8_t v) { return v != 0x5A; }));
+       for (int pass = 0; pass < 2; ++pass) {
+         const hux::check::FeatureFlags flags(pass == 0);
+         for (int i = 0; int w : {0, 12, 20, 28, 0, 6, 10, 14}) {
+           uint8_t d[4 * 32];
+           std::fill_n(d, 4 * 32, uint8_t{0x5A});
+           EXPECT_EQ((i++ >= 4 ? huxiInterpolateChroma_H264_8u_C1R : huxiInterpolateLuma_H264_8u_C1R)(kSrc8, 64, d, 32, 1, 1, HuxSize{w, 4}), huxOk);
+           o.push_back(std::count_if(d, d + 32, [](uint8_t v) { return v != 0x5A; }));
+         }
        }
        return o; },
-     {4, 8, 16, 16, 2, 4, 8, 8}},
+     {4, 8, 16, 16, 2, 4, 8, 8, 4, 8, 16, 16, 2, 4, 8, 8}},
     // Width 3: the fourth byte of each row stays.
     {"odd_width_average", [] {
        const uint8_t a[8] = {1, 2, 3, 4, 5, 6, 7, 8}, b[8] = {2, 2, 2, 2, 2, 2, 2, 2};

@@ -21,6 +21,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "common/cpu.h"
+
 #if defined(__SANITIZE_ADDRESS__)
 #define HUX_CHECK_ASAN 1
 #elif defined(__has_feature)
@@ -30,6 +32,31 @@
 #endif
 
 namespace hux::check {
+
+// Keeps the processor feature flags (common/cpu.h) for its lifetime, or clears
+// them so that the exports take their SSE2 kernels; restores them after.
+class FeatureFlags {
+ public:
+  explicit FeatureFlags(bool keep) {
+#if HUX_CPU_FLAGS
+    if (!keep) hux_cpu_ssse3 = hux_cpu_sse41 = 0;
+#else
+    (void)keep;
+#endif
+  }
+  ~FeatureFlags() {
+#if HUX_CPU_FLAGS
+    hux_cpu_ssse3 = ssse3_, hux_cpu_sse41 = sse41_;
+#endif
+  }
+  FeatureFlags(const FeatureFlags&) = delete;
+  FeatureFlags& operator=(const FeatureFlags&) = delete;
+
+ private:
+#if HUX_CPU_FLAGS
+  unsigned char ssse3_ = hux_cpu_ssse3, sse41_ = hux_cpu_sse41;
+#endif
+};
 
 using Rng = std::mt19937;
 
