@@ -120,6 +120,35 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   movdqu [rdx+\c], xmm0
 .endm
 
+# Eight rows of 8 through the two-row macro \k (rcx = 3 rax, r9 = 3 r8), and
+# sixteen rows of 16 through the one-row macro \k (r11 = 3 rax, ecx = 4);
+# both return 0.
+.macro HUX_BI8_ROWS k
+  \k 0, rax, 0, r8
+  \k rax*2, rcx, r8*2, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
+  lea rdx, [rdx+r8*4]
+  \k 0, rax, 0, r8
+  \k rax*2, rcx, r8*2, r9
+  xor eax, eax
+  ret
+.endm
+.macro HUX_BI16_ROWS k
+2:
+  \k 0, 0
+  \k rax, r8
+  \k rax*2, r8*2
+  \k r11, r9
+  lea rdi, [rdi+rax*4]
+  lea rsi, [rsi+rax*4]
+  lea rdx, [rdx+r8*4]
+  dec ecx
+  jnz 2b
+  xor eax, eax
+  ret
+.endm
+
 # The size-independent tests of the 16x16 path, then xmm6 = c (words),
 # xmm7 = shift and the weights in the low words of xmm4 and xmm5; rax and r8
 # are the steps sign-extended, r11 = 3 rax and r9 = 3 r8. The weights and
@@ -228,15 +257,7 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklbw xmm4, xmm5
   pshuflw xmm4, xmm4, 0
   punpcklqdq xmm4, xmm4
-  HUX_BI8x2_SSSE3 0, rax, 0, r8
-  HUX_BI8x2_SSSE3 rax*2, rcx, r8*2, r9
-  lea rdi, [rdi+rax*4]
-  lea rsi, [rsi+rax*4]
-  lea rdx, [rdx+r8*4]
-  HUX_BI8x2_SSSE3 0, rax, 0, r8
-  HUX_BI8x2_SSSE3 rax*2, rcx, r8*2, r9
-  xor eax, eax
-  ret
+  HUX_BI8_ROWS HUX_BI8x2_SSSE3
 1:
   add r10, r10
   cmp [rsp+40], r10
@@ -252,51 +273,21 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
   punpcklbw xmm4, xmm5
   pshuflw xmm4, xmm4, 0
   punpcklqdq xmm4, xmm4
-2:
-  HUX_BI16_SSSE3 0, 0
-  HUX_BI16_SSSE3 rax, r8
-  HUX_BI16_SSSE3 rax*2, r8*2
-  HUX_BI16_SSSE3 r11, r9
-  lea rdi, [rdi+rax*4]
-  lea rsi, [rsi+rax*4]
-  lea rdx, [rdx+r8*4]
-  dec ecx
-  jnz 2b
-  xor eax, eax
-  ret
+  HUX_BI16_ROWS HUX_BI16_SSSE3
 3:
   pshuflw xmm4, xmm4, 0
   pshuflw xmm5, xmm5, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm5, xmm5
   pxor xmm8, xmm8
-2:
-  HUX_BI16 0, 0
-  HUX_BI16 rax, r8
-  HUX_BI16 rax*2, r8*2
-  HUX_BI16 r11, r9
-  lea rdi, [rdi+rax*4]
-  lea rsi, [rsi+rax*4]
-  lea rdx, [rdx+r8*4]
-  dec ecx
-  jnz 2b
-  xor eax, eax
-  ret
+  HUX_BI16_ROWS HUX_BI16
 4:
   pshuflw xmm4, xmm4, 0
   pshuflw xmm5, xmm5, 0
   punpcklqdq xmm4, xmm4
   punpcklqdq xmm5, xmm5
   pxor xmm7, xmm7
-  HUX_BI8x2 0, rax, 0, r8
-  HUX_BI8x2 rax*2, rcx, r8*2, r9
-  lea rdi, [rdi+rax*4]
-  lea rsi, [rsi+rax*4]
-  lea rdx, [rdx+r8*4]
-  HUX_BI8x2 0, rax, 0, r8
-  HUX_BI8x2 rax*2, rcx, r8*2, r9
-  xor eax, eax
-  ret
+  HUX_BI8_ROWS HUX_BI8x2
   HUX_FN_END huxiBiDirWeightBlock_H264_8u_P2P1R
 
 # One prediction in place, 8x8: esi = srcDstStep, edx = logWD, ecx = weight,
@@ -403,6 +394,8 @@ asm(".intel_syntax noprefix\n" HUX_FN_MACROS R"(
 .purgem HUX_BI16_SSSE3
 .purgem HUX_BI16
 .purgem HUX_BI_SETUP
+.purgem HUX_BI8_ROWS
+.purgem HUX_BI16_ROWS
 .purgem HUX_UNI8x4
 .att_syntax prefix
 )" HUX_FN_PURGE);
